@@ -1,0 +1,130 @@
+// The operating-system seam. Everything above this header sees Windows behaviour: Windows paths,
+// HKEY_LOCAL_MACHINE, profile strings, hidden processes. The win32 build forwards each call to
+// the Windows function of the same purpose; the posix build reproduces that function's behaviour
+// over a till folder (see README.md, "The Linux till").
+//
+// All text is Windows-1252 bytes. Failures the Windows function reports through its result are
+// reported the same way here; faults Windows cannot have (a damaged registry database, a missing
+// till root) throw std::runtime_error with a readable description, which the caller's own error
+// trap turns into its failure text.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace platform {
+
+// ---- Paths -------------------------------------------------------------------------------
+
+// The host path of a Windows path ("c:\tessaly\lumora\x.ini"). Identity on Windows.
+std::string hostPath(const std::string& windowsPath);
+
+// The Windows path of a host path (the inverse of hostPath for paths inside the till).
+std::string windowsPath(const std::string& hostPath);
+
+// The folder of the running executable as a Windows path, ending in "\".
+std::string programFolder();
+
+// ---- Registry (HKEY_LOCAL_MACHINE only) -------------------------------------------------------
+
+// Win32 status codes, as the registry functions return them.
+constexpr long kErrorSuccess = 0;
+constexpr long kErrorFileNotFound = 2;
+constexpr long kErrorAccessDenied = 5;
+constexpr long kErrorInvalidParameter = 87;
+constexpr long kErrorBadPathname = 161;
+constexpr long kErrorMoreData = 234;
+
+// Registry value types.
+constexpr std::uint32_t kRegNone = 0;
+constexpr std::uint32_t kRegSz = 1;
+constexpr std::uint32_t kRegExpandSz = 2;
+constexpr std::uint32_t kRegBinary = 3;
+constexpr std::uint32_t kRegDword = 4;
+constexpr std::uint32_t kRegMultiSz = 7;
+
+using RegKey = std::uintptr_t; // 0 is never a valid open key
+
+// RegOpenKeyA on HKEY_LOCAL_MACHINE: opens an existing key, never creates one. An empty path
+// opens the hive itself; a trailing "\" is ignored; a leading "\" gives kErrorBadPathname.
+long regOpenKey(const std::string& subKey, RegKey& key);
+
+// RegCreateKeyExA on HKEY_LOCAL_MACHINE: opens the key, creating it and its missing parents.
+long regCreateKey(const std::string& subKey, RegKey& key);
+
+// RegQueryValueExA: with data == nullptr only *type and *size are set. With a buffer, *size is
+// its capacity on entry and the stored length on return; a buffer too small gives
+// kErrorMoreData. A missing value gives kErrorFileNotFound. The type is reported, not checked.
+long regQueryValue(RegKey key, const std::string& valueName, std::uint32_t* type,
+                   unsigned char* data, std::uint32_t* size);
+
+// RegSetValueExA: stores exactly `size` bytes of `data` with the given type.
+long regSetValue(RegKey key, const std::string& valueName, std::uint32_t type,
+                 const unsigned char* data, std::uint32_t size);
+
+// RegCloseKey.
+long regCloseKey(RegKey key);
+
+// ---- Profile strings (INI files) --------------------------------------------------------------
+
+// GetPrivateProfileStringA. A null section lists the section names, a null key the key names
+// of the section (each ended by a NUL, the list by a second NUL). A null default is "".
+// Returns the number of characters copied, not counting the terminating NUL.
+unsigned long getPrivateProfileString(const char* section, const char* key,
+                                      const char* defaultValue, char* buffer, unsigned long size,
+                                      const std::string& fileName);
+
+// WritePrivateProfileStringA. A null value deletes the key, a null key the whole section.
+// Returns false on failure.
+bool writePrivateProfileString(const char* section, const char* key, const char* value,
+                               const std::string& fileName);
+
+// ---- Files -----------------------------------------------------------------------------------
+
+struct FoundFile {
+    std::string name; // the entry's name as stored, without its folder
+    bool isFolder = false;
+    std::uint64_t size = 0;
+    std::chrono::system_clock::time_point lastWrite;
+};
+
+// FindFirstFileA/FindNextFileA over one folder: every entry whose name matches the pattern the
+// way Windows matches it ("*" and "?", case-insensitive, "*.*" matching every name). The
+// pattern is the last component of `windowsPattern` ("c:\x\*.txt"). "." and ".." are left out.
+// A folder that does not exist gives an empty list.
+std::vector<FoundFile> findFiles(const std::string& windowsPattern);
+
+struct FileTimes {
+    std::chrono::system_clock::time_point creation;
+    std::chrono::system_clock::time_point lastAccess;
+    std::chrono::system_clock::time_point lastWrite;
+};
+
+// CreateFileA (read access, read and write sharing) followed by GetFileTime. Throws when the
+// file cannot be opened.
+FileTimes getFileTimes(const std::string& windowsPath);
+
+// SetFileAttributesA. Only the read-only bit (1) has an effect on Linux. False on failure.
+bool setFileAttributes(const std::string& windowsPath, std::uint32_t attributes);
+
+// ---- Processes -------------------------------------------------------------------------------
+
+// Starts a command line with a hidden window, without a command interpreter, and returns the
+// process id. The first token (or a double-quoted first part) names the program. Throws a
+// described std::runtime_error when the program cannot be started.
+std::uint32_t startHidden(const std::string& commandLine);
+
+// OpenProcess(SYNCHRONIZE) + WaitForSingleObject(INFINITE) + CloseHandle: waits with no time-out
+// for the process to end. An id that names no live process of ours returns at once.
+void waitForProcess(std::uint32_t processId);
+
+// ShellExecuteA(nullptr, "open", file, ...): starts the file's handler and does not wait.
+// Returns a value above 32 on success, as ShellExecute does.
+std::intptr_t shellOpen(const std::string& windowsFile);
+
+// GetComputerNameA.
+std::string computerName();
+
+} // namespace platform
