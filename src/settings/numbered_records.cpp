@@ -1,0 +1,37 @@
+#include "settings/numbered_records.h"
+
+#include "foundation/csv_record.h"
+#include "settings/strict_number.h"
+
+#include <cstdint>
+
+namespace {
+
+const char* const kSection = "GENERAL";
+
+// The fields of one record, or none when it does not split (a blank or malformed line).
+RecordFields splitRecord(const std::string& record) {
+    CSVRecord codec;
+    RecordFields fields;
+    std::int16_t count = 0;
+    if (codec.BreakOutFields(fields, count, record) != 0) {
+        return {};
+    }
+    fields.resize(static_cast<std::size_t>(count));
+    return fields;
+}
+
+} // namespace
+
+void readNumberedRecords(const TTLIniFile& ini, std::size_t minimumFields,
+                         const std::function<void(const RecordFields&)>& accept) {
+    const std::int32_t count = strictToLong(ini.GetINIString(kSection, "Count", ""));
+    // Keys are read by number, so a gap in the numbering reads as an empty record and is skipped.
+    for (std::int64_t key = 1; key <= count; ++key) {
+        const RecordFields fields =
+            splitRecord(ini.GetINIString(kSection, std::to_string(key), ""));
+        if (fields.size() >= minimumFields) {
+            accept(fields);
+        }
+    }
+}
