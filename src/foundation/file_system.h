@@ -103,8 +103,6 @@ public:
 private:
     struct OpenStream;
 
-    std::vector<std::string> GetFilesByPattern(const std::string& folder,
-                                               const std::string& pattern);
     OpenStream& streamFor(long fileNumber);
     void fail(const std::string& prefix, const std::exception& fault);
 
