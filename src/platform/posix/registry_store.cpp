@@ -1,0 +1,295 @@
+#include "platform/posix/registry_store.h"
+
+#include "platform/cp1252.h"
+#include "platform/posix/till_root.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sqlite3.h>
+#include <stdexcept>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace platform::posix {
+namespace {
+
+// Long enough to ride out another program's ordinary write, short enough that a till stuck
+// behind a hung writer reports it instead of hanging the wizard.
+constexpr int kBusyTimeoutMs = 2000;
+
+constexpr const char* kCreateTables = R"sql(
+CREATE TABLE reg_keys (
+    id INTEGER PRIMARY KEY,
+    parent INTEGER NOT NULL,
+    name BLOB NOT NULL,
+    folded BLOB NOT NULL,
+    UNIQUE (parent, folded));
+CREATE TABLE reg_values (
+    key INTEGER NOT NULL,
+    name BLOB NOT NULL,
+    folded BLOB NOT NULL,
+    type INTEGER NOT NULL,
+    data BLOB NOT NULL,
+    PRIMARY KEY (key, folded));
+)sql";
+
+// What every connection needs of a database before trusting it as the registry.
+constexpr const char* kTableProbes[] = {
+    "SELECT id, parent, name, folded FROM reg_keys",
+    "SELECT key, name, folded, type, data FROM reg_values",
+};
+
+std::string describeFault(int resultCode) {
+    switch (resultCode & 0xff) {
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+        return "is damaged";
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return "is locked by another program";
+    case SQLITE_CANTOPEN:
+    case SQLITE_PERM:
+    case SQLITE_AUTH:
+        return "cannot be opened";
+    case SQLITE_READONLY:
+        return "cannot be written";
+    case SQLITE_IOERR:
+        return "cannot be read or written";
+    case SQLITE_FULL:
+        return "cannot grow, the disk is full";
+    default:
+        return "cannot be used";
+    }
+}
+
+// Made here rather than by SQLite so that it never exists, not even for a moment, with wider
+// permissions than its owner's: it holds a password.
+void createPrivateFile(const fs::path& file) {
+    const int fd = ::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    if (fd >= 0) {
+        ::close(fd);
+    } else if (errno != EEXIST) {
+        throw std::runtime_error("registry database " + file.string() +
+                                 " cannot be created: " + std::strerror(errno));
+    }
+}
+
+// No file, or a zero-length one: a create that did not get as far as its tables.
+bool noRegistryYet(const fs::path& file) {
+    struct stat info {};
+    if (::stat(file.c_str(), &info) != 0) {
+        return errno == ENOENT || errno == ENOTDIR;
+    }
+    return S_ISREG(info.st_mode) && info.st_size == 0;
+}
+
+} // namespace
+
+// One prepared statement, finalised on every path so that no read lock outlives its call.
+class RegistryStore::Statement {
+public:
+    Statement(const RegistryStore& store, const char* sql) : store_(store) {
+        const int rc = sqlite3_prepare_v2(store.db_, sql, -1, &stmt_, nullptr);
+        if (rc != SQLITE_OK) {
+            store.fail(rc);
+        }
+    }
+    ~Statement() { sqlite3_finalize(stmt_); }
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
+
+    Statement& bind(int index, std::int64_t number) {
+        check(sqlite3_bind_int64(stmt_, index, number));
+        return *this;
+    }
+    // Always a BLOB, even an empty one (a null pointer would bind NULL).
+    Statement& bind(int index, std::string_view bytes) {
+        check(sqlite3_bind_blob64(stmt_, index, bytes.empty() ? "" : bytes.data(), bytes.size(),
+                                  SQLITE_TRANSIENT));
+        return *this;
+    }
+    // True while a row is ready.
+    bool step() {
+        const int rc = sqlite3_step(stmt_);
+        if (rc != SQLITE_ROW && rc != SQLITE_DONE) {
+            store_.fail(rc);
+        }
+        return rc == SQLITE_ROW;
+    }
+    std::int64_t integer(int column) { return sqlite3_column_int64(stmt_, column); }
+    std::string bytes(int column) {
+        const auto* data = static_cast<const char*>(sqlite3_column_blob(stmt_, column));
+        const int size = sqlite3_column_bytes(stmt_, column);
+        return data == nullptr ? std::string() : std::string(data, static_cast<std::size_t>(size));
+    }
+
+private:
+    void check(int rc) const {
+        if (rc != SQLITE_OK) {
+            store_.fail(rc);
+        }
+    }
+
+    const RegistryStore& store_;
+    sqlite3_stmt* stmt_ = nullptr;
+};
+
+// BEGIN IMMEDIATE takes the write lock up front, so a busy database is waited for (up to the
+// time-out) at the start instead of failing half-way; anything not committed is rolled back.
+class RegistryStore::Transaction {
+public:
+    explicit Transaction(RegistryStore& store) : store_(store) { exec("BEGIN IMMEDIATE"); }
+    ~Transaction() {
+        if (!committed_) {
+            sqlite3_exec(store_.db_, "ROLLBACK", nullptr, nullptr, nullptr);
+        }
+    }
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+
+    void exec(const char* sql) {
+        const int rc = sqlite3_exec(store_.db_, sql, nullptr, nullptr, nullptr);
+        if (rc != SQLITE_OK) {
+            store_.fail(rc);
+        }
+    }
+    void commit() {
+        exec("COMMIT");
+        committed_ = true;
+    }
+
+private:
+    RegistryStore& store_;
+    bool committed_ = false;
+};
+
+fs::path registryFile() {
+    return tillRoot() / "registry.db";
+}
+
+std::unique_ptr<RegistryStore> RegistryStore::open(const fs::path& file, Mode mode) {
+    if (mode == Mode::createMissing) {
+        createPrivateFile(file);
+    } else if (noRegistryYet(file)) {
+        return nullptr;
+    }
+    std::unique_ptr<RegistryStore> store(new RegistryStore(file));
+    if (mode == Mode::createMissing) {
+        store->createTablesIfEmpty();
+    }
+    store->checkTables();
+    return store;
+}
+
+// Never with SQLITE_OPEN_CREATE: the file is made only by createPrivateFile.
+RegistryStore::RegistryStore(const fs::path& file) : file_(file.string()) {
+    const int rc = sqlite3_open_v2(file_.c_str(), &db_, SQLITE_OPEN_READWRITE, nullptr);
+    if (rc != SQLITE_OK) {
+        const std::string message = faultMessage(rc);
+        sqlite3_close_v2(db_); // no destructor runs for a constructor that throws
+        throw std::runtime_error(message);
+    }
+    sqlite3_extended_result_codes(db_, 1);
+    sqlite3_busy_timeout(db_, kBusyTimeoutMs);
+}
+
+RegistryStore::~RegistryStore() {
+    sqlite3_close_v2(db_);
+}
+
+std::string RegistryStore::faultMessage(int resultCode) const {
+    return "registry database " + file_ + " " + describeFault(resultCode) + ": " +
+           (db_ != nullptr ? sqlite3_errmsg(db_) : sqlite3_errstr(resultCode));
+}
+
+void RegistryStore::fail(int resultCode) const {
+    throw std::runtime_error(faultMessage(resultCode));
+}
+
+// Only a zero-length file is taken as new: a database that already holds anything, even
+// nothing of ours, is left exactly as it is and judged by checkTables. The size is looked at
+// under the write lock, so two processes creating at once make the tables once.
+void RegistryStore::createTablesIfEmpty() {
+    Transaction transaction(*this);
+    if (noRegistryYet(file_)) {
+        transaction.exec(kCreateTables);
+    }
+    transaction.commit();
+}
+
+void RegistryStore::checkTables() {
+    for (const char* probe : kTableProbes) {
+        sqlite3_stmt* stmt = nullptr;
+        const int rc = sqlite3_prepare_v2(db_, probe, -1, &stmt, nullptr);
+        sqlite3_finalize(stmt);
+        if ((rc & 0xff) == SQLITE_ERROR) {
+            throw std::runtime_error(file_ + " is not a registry database: " + sqlite3_errmsg(db_));
+        }
+        if (rc != SQLITE_OK) {
+            fail(rc);
+        }
+    }
+}
+
+std::optional<RegistryStore::KeyId> RegistryStore::childKey(KeyId parent, const std::string& name) {
+    Statement find(*this, "SELECT id FROM reg_keys WHERE parent = ?1 AND folded = ?2");
+    find.bind(1, parent).bind(2, cp1252::toUpper(name));
+    if (!find.step()) {
+        return std::nullopt;
+    }
+    return find.integer(0);
+}
+
+std::optional<RegistryStore::KeyId>
+RegistryStore::findKey(const std::vector<std::string>& components) {
+    KeyId key = kHive;
+    for (const std::string& name : components) {
+        const auto child = childKey(key, name);
+        if (!child) {
+            return std::nullopt;
+        }
+        key = *child;
+    }
+    return key;
+}
+
+RegistryStore::KeyId RegistryStore::createKey(const std::vector<std::string>& components) {
+    Transaction transaction(*this);
+    KeyId key = kHive;
+    for (const std::string& name : components) {
+        if (const auto child = childKey(key, name)) {
+            key = *child;
+            continue;
+        }
+        Statement insert(*this, "INSERT INTO reg_keys (parent, name, folded) VALUES (?1, ?2, ?3)");
+        insert.bind(1, key).bind(2, name).bind(3, cp1252::toUpper(name)).step();
+        key = sqlite3_last_insert_rowid(db_);
+    }
+    transaction.commit();
+    return key;
+}
+
+std::optional<StoredValue> RegistryStore::readValue(KeyId key, std::string_view name) {
+    Statement read(*this, "SELECT type, data FROM reg_values WHERE key = ?1 AND folded = ?2");
+    read.bind(1, key).bind(2, cp1252::toUpper(name));
+    if (!read.step()) {
+        return std::nullopt;
+    }
+    return StoredValue{static_cast<std::uint32_t>(read.integer(0)), read.bytes(1)};
+}
+
+void RegistryStore::writeValue(KeyId key, std::string_view name, std::uint32_t type,
+                               std::string_view data) {
+    Transaction transaction(*this);
+    Statement write(*this, "INSERT INTO reg_values (key, name, folded, type, data) "
+                           "VALUES (?1, ?2, ?3, ?4, ?5) ON CONFLICT (key, folded) "
+                           "DO UPDATE SET type = excluded.type, data = excluded.data");
+    write.bind(1, key).bind(2, name).bind(3, cp1252::toUpper(name));
+    write.bind(4, static_cast<std::int64_t>(type)).bind(5, data).step();
+    transaction.commit();
+}
+
+} // namespace platform::posix
