@@ -121,11 +121,12 @@ std::uint32_t startHidden(const std::string& commandLine);
 // for the process to end. An id that names no live process of ours returns at once.
 void waitForProcess(std::uint32_t processId);
 
-// ShellExecuteA(nullptr, "open", file, ...): starts the file's handler and does not wait.
-// Returns a value above 32 on success, as ShellExecute does.
-std::intptr_t shellOpen(const std::string& windowsFile);
+// ShellExecuteA(nullptr, "open", file, parameters, ...): starts the file's handler with the
+// parameter string as its arguments and does not wait. Returns a value above 32 on success, as
+// ShellExecute does.
+std::intptr_t shellOpen(const std::string& windowsFile, const std::string& parameters = "");
 
-// GetComputerNameA.
+// GetComputerNameA. Empty when the name cannot be read.
 std::string computerName();
 
 } // namespace platform
