@@ -22,12 +22,9 @@ std::vector<std::string> linesOf(const fs::path& file) {
     return lines;
 }
 
+// Temporary tills never have a quote in their paths.
 std::string singleQuoted(const fs::path& path) {
-    std::string quoted = "'";
-    for (const char c : path.string()) {
-        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    }
-    return quoted + "'";
+    return "'" + path.string() + "'";
 }
 
 } // namespace
@@ -71,12 +68,4 @@ std::map<std::string, std::string> serviceState(const TempTill& till, const std:
         }
     }
     return state;
-}
-
-std::string machineVariable(const TempTill& till, const std::string& name) {
-    return readBytes(till.root() / "environment" / name);
-}
-
-std::string dataSources(const TempTill& till) {
-    return readBytes(till.root() / "odbc-datasources");
 }

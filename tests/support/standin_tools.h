@@ -27,8 +27,5 @@ std::vector<std::string> standinCalls(const TempTill& till);
 // The service's recorded state (exe, display, start, state); empty when it is not installed.
 std::map<std::string, std::string> serviceState(const TempTill& till, const std::string& name);
 
-// A machine variable as the environment stand-in keeps it ("" when never set).
-std::string machineVariable(const TempTill& till, const std::string& name);
-
-// The data sources as NAME=FILE lines.
-std::string dataSources(const TempTill& till);
+// What the other stand-ins keep, as files of the till: the machine's variables in
+// environment/<NAME> (";"-separated), the data sources as NAME=FILE lines in odbc-datasources.
