@@ -11,25 +11,16 @@ namespace {
 const std::string kHooks =
     "SOFTWARE\\Microsoft\\Retail Management System\\Store Operations\\Hooks\\";
 
-std::string read(const std::string& key, const std::string& name) {
-    TRegistry registry;
+std::string read(const std::string& key, const char* name) {
     std::string value;
-    return registry.GetRegistryValue(kHooks + key, name, value) == 0 ? value : "<missing>";
+    return TRegistry().GetRegistryValue(kHooks + key, name, value) == 0 ? value : "<missing>";
 }
 
-void plantHook(const std::string& entry, const std::string& hookType,
-               const std::string& objectName) {
-    TRegistry registry;
-    registry.CreateKeyAndSaveValue(kHooks + entry, "HookType", hookType);
-    registry.CreateKeyAndSaveValue(kHooks + entry, "ObjectName", objectName);
+void plant(const std::string& key, const char* name, const char* value) {
+    TRegistry().CreateKeyAndSaveValue(kHooks + key, name, value);
 }
 
-void setCount(const std::string& count) {
-    TRegistry registry;
-    registry.CreateKeyAndSaveValue(kHooks, "Count", count);
-}
-
-// The five values of an entry, in the order they are written.
+// Caption, Description, HookType, ObjectName and Parameter of an entry.
 std::vector<std::string> entry(const std::string& key) {
     std::vector<std::string> values;
     for (const char* name : {"Caption", "Description", "HookType", "ObjectName", "Parameter"}) {
@@ -57,8 +48,7 @@ TEST(RmsHooks, ATillWithoutHooksGetsTwoEntriesAndASecondRunAddsNone) {
     EXPECT_EQ(entry("001"), kZReport);
     EXPECT_EQ(read("", "Count"), "2");
 
-    // Someone renamed the caption; the next run puts it back and adds nothing.
-    TRegistry().SaveRegistryValue(kHooks + "000", "Caption", "edited");
+    plant("000", "Caption", "edited");
     hooks.AddTransactionHook();
     hooks.AddZReportHook();
     EXPECT_EQ(read("", "Count"), "2");
@@ -67,53 +57,34 @@ TEST(RmsHooks, ATillWithoutHooksGetsTwoEntriesAndASecondRunAddsNone) {
     EXPECT_EQ(read("002", "HookType"), "<missing>");
 }
 
-TEST(RmsHooks, EntriesAreNamedWithTwoLeadingZerosBelowAHundred) {
+TEST(RmsHooks, NewEntriesGetTwoLeadingZerosBelowAHundredAndTheFirstOfATypeIsTakenOver) {
     TempTill till;
-    setCount("12"); // entries 000 to 0011, none of them ours
-    plantHook("003", "7", "Other.Hook");
-    plantHook("0011", "150", "Other.Big");
+    plant("", "Count", "12");
+    plant("003", "HookType", "1");
+    plant("003", "ObjectName", "Vendor.ZReport");
+    plant("0010", "HookType", "1");
+    plant("0010", "ObjectName", "Vendor.Second");
     TRmsHookSetup hooks;
     hooks.AddTransactionHook();
+    hooks.AddZReportHook();
     EXPECT_EQ(entry("0012"), kTransaction);
+    EXPECT_EQ(entry("003"), kZReport);
+    EXPECT_EQ(read("0010", "ObjectName"), "Vendor.Second");
+    EXPECT_EQ(read("0010", "Caption"), "<missing>");
     EXPECT_EQ(read("", "Count"), "13");
-    EXPECT_EQ(read("012", "HookType"), "<missing>");
-    EXPECT_EQ(read("003", "ObjectName"), "Other.Hook");
 
-    setCount("123");
+    plant("", "Count", "123");
+    plant("003", "HookType", "2");
+    plant("0010", "HookType", "2");
     hooks.AddZReportHook();
     EXPECT_EQ(entry("123"), kZReport);
     EXPECT_EQ(read("", "Count"), "124");
-}
 
-TEST(RmsHooks, TheFirstEntryOfTheSameTypeIsTakenOverWhateverItNames) {
-    TempTill till;
-    setCount("4");
-    plantHook("000", "3", "Pos.Other");
-    plantHook("001", "1", "Vendor.ZReport");
-    plantHook("002", "1", "Vendor.Second");
-    plantHook("003", "15", "Vendor.Transaction");
-    TRmsHookSetup hooks;
-    hooks.AddZReportHook();
-    hooks.AddTransactionHook();
-    EXPECT_EQ(entry("001"), kZReport);
-    EXPECT_EQ(read("002", "ObjectName"), "Vendor.Second");
-    EXPECT_EQ(read("002", "Caption"), "<missing>");
-    EXPECT_EQ(entry("003"), kTransaction);
-    EXPECT_EQ(read("", "Count"), "4");
-    EXPECT_EQ(read("000", "ObjectName"), "Pos.Other");
-}
-
-TEST(RmsHooks, ACountThatIsNotANumberOrBelowZeroMeansNoEntries) {
-    TempTill till;
-    plantHook("000", "15", "Vendor.Transaction");
-    setCount("lots");
-    TRmsHookSetup hooks;
-    hooks.AddTransactionHook();
-    EXPECT_EQ(entry("000"), kTransaction);
-    EXPECT_EQ(read("", "Count"), "1");
-
-    setCount("-3");
-    hooks.AddZReportHook();
-    EXPECT_EQ(entry("000"), kZReport);
-    EXPECT_EQ(read("", "Count"), "1");
+    // A count that is not a number, or below zero, means no entries yet.
+    for (const char* count : {"lots", "-3"}) {
+        plant("", "Count", count);
+        hooks.AddTransactionHook();
+        EXPECT_EQ(entry("000"), kTransaction) << count;
+        EXPECT_EQ(read("", "Count"), "1") << count;
+    }
 }
