@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <sstream>
 #include <thread>
@@ -115,18 +116,22 @@ TEST(TmsScript, MissingEmptyOrShortInputIsLeftAsItIs) {
 TEST(TmsCall, StartsTheScriptWithTheCallTypeAndDoesNotWait) {
     TempTill till;
     const fs::path script = till.plant(kScript, "' script\r\n");
-    const fs::path record = till.root() / "args.txt";
-    const fs::path host =
-        till.plant("host/cscript", "#!/bin/sh\nsleep 0.3\n"
-                                   "printf '[%s]' \"$@\" > \"" +
-                                       record.string() + ".part\"\nmv \"" + record.string() +
-                                       ".part\" \"" + record.string() + "\"\n");
+    const std::string record = (till.root() / "args.txt").string();
+    const std::string go = (till.root() / "go").string();
+    // The stand-in host holds on until the test lets it go (ten seconds at most), so a caller
+    // that waited for it would take that long.
+    const fs::path host = till.plant(
+        "host/cscript", "#!/bin/sh\ni=0\nwhile [ ! -e '" + go + "' ] && [ $i -lt 100 ]; do " +
+                            "sleep 0.1; i=$((i+1)); done\nprintf '[%s]' \"$@\" > '" + record +
+                            ".part'\nmv '" + record + ".part' '" + record + "'\n");
     fs::permissions(host, fs::perms::owner_all);
     setenv("PARVANE_SCRIPT_HOST", host.c_str(), 1);
     const auto start = std::chrono::steady_clock::now();
     TTmsCall().DoTmsCall("c:\\tessaly\\lumora", "2");
-    EXPECT_LT(std::chrono::steady_clock::now() - start, 250ms);
-    for (int i = 0; i < 100 && !fs::exists(record); ++i) {
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
+    EXPECT_FALSE(fs::exists(record));
+    std::ofstream{go}; // let the host go on
+    for (int i = 0; i < 300 && !fs::exists(record); ++i) {
         std::this_thread::sleep_for(50ms);
     }
     EXPECT_EQ(readBytes(record), "[" + script.string() + "][2]");
