@@ -18,7 +18,7 @@ bool fullyIntegrated(const TCcAddinRegistry& settings) {
     return settings.lOperatingMode == 0;
 }
 
-std::vector<IniKey> operatingModeKeys(const TCcAddinRegistry& settings, const TConnectionInfo*) {
+std::vector<IniKey> operatingModeKeys(const TCcAddinRegistry& settings) {
     const bool full = fullyIntegrated(settings);
     // Semi-integrated tills answer log-in, log-out and password changes locally. ChangePassword
     // is written twice as the client's installer always has; the second write changes nothing.
@@ -38,16 +38,16 @@ std::vector<IniKey> operatingModeKeys(const TCcAddinRegistry& settings, const TC
     return keys;
 }
 
-std::vector<IniKey> confirmationKeys(const TCcAddinRegistry& settings, const TConnectionInfo*) {
+std::vector<IniKey> confirmationKeys(const TCcAddinRegistry& settings) {
     return {{"TRANSACTION CONFIRMATION", "LocalConfirmationEnabled",
              iniFlag(fullyIntegrated(settings))}};
 }
 
-std::vector<IniKey> automaticDccKeys(const TCcAddinRegistry& settings, const TConnectionInfo*) {
+std::vector<IniKey> automaticDccKeys(const TCcAddinRegistry& settings) {
     return {{"CLIENT INFO", "AutomaticDcc", iniFlag(settings.lDccType == 2)}};
 }
 
-std::vector<IniKey> quenmarKeys(const TCcAddinRegistry& settings, const TConnectionInfo*) {
+std::vector<IniKey> quenmarKeys(const TCcAddinRegistry& settings) {
     return {
         {"QUENMAR", "QMOperatingMode", settings.strChipDeviceName == "VeriFone SC5000" ? "0" : "1"},
         {"QUENMAR", "QMComPort", portNumber(settings.strComPort)},
@@ -61,12 +61,12 @@ std::vector<IniKey> quenmarKeys(const TCcAddinRegistry& settings, const TConnect
 }
 
 std::vector<IniKey> connectionKeys(const TCcAddinRegistry& settings,
-                                   const TConnectionInfo* profiles) {
+                                   const TConnectionInfo& profiles) {
     std::string address1, address2, address3;
     std::int32_t port1 = 0, port2 = 0, port3 = 0;
     bool notFound = true;
-    profiles->GetDetailsByName(settings.strTessalyID, address1, address2, address3, port1, port2,
-                               port3, notFound);
+    profiles.GetDetailsByName(settings.strTessalyID, address1, address2, address3, port1, port2,
+                              port3, notFound);
     if (notFound) {
         throw std::runtime_error("no connection profile is named \"" + settings.strTessalyID +
                                  "\"");
@@ -79,7 +79,7 @@ std::vector<IniKey> connectionKeys(const TCcAddinRegistry& settings,
     };
 }
 
-std::vector<IniKey> folderKeys(const TCcAddinRegistry& settings, const TConnectionInfo*) {
+std::vector<IniKey> folderKeys(const TCcAddinRegistry& settings) {
     // The client reads these folders with the quotes as part of the value, so both quote
     // characters are stored. "FuelConfigFilelocation" is the client's own spelling.
     const std::string folder = '"' + settings.strConfigFileLocation + '"';
@@ -95,8 +95,8 @@ std::vector<IniKey> folderKeys(const TCcAddinRegistry& settings, const TConnecti
 
 } // namespace
 
-void TUpDateCxClientCfg::writeKeys(TCcAddinRegistry& settings, const TConnectionInfo* profiles,
-                                   bool& failed, const char* errorPrefix, KeyBuilder keys) {
+void TUpDateCxClientCfg::writeKeys(TCcAddinRegistry& settings, bool& failed,
+                                   const char* errorPrefix, const KeyBuilder& keys) {
     failed = true;
     try {
         settings.strConfigFileLocation =
@@ -104,7 +104,7 @@ void TUpDateCxClientCfg::writeKeys(TCcAddinRegistry& settings, const TConnection
         TTLIniFile ini;
         ini.strIniFileDir = settings.strConfigFileLocation;
         ini.strIniFileName = settings.strConfigFileName;
-        writeIniKeys(ini, keys(settings, profiles));
+        writeIniKeys(ini, keys(settings));
         failed = false;
     } catch (const std::exception& e) {
         strErrorMessage = std::string(errorPrefix) + e.what();
@@ -113,32 +113,31 @@ void TUpDateCxClientCfg::writeKeys(TCcAddinRegistry& settings, const TConnection
 
 void TUpDateCxClientCfg::SetConnectionInfo(TCcAddinRegistry& settings,
                                            const TConnectionInfo& profiles, bool& failed) {
-    writeKeys(settings, &profiles, failed, "TUpdateCxClientConfig.SetConnectionInfo() Failed - ",
-              connectionKeys);
+    writeKeys(settings, failed, "TUpdateCxClientConfig.SetConnectionInfo() Failed - ",
+              [&profiles](const TCcAddinRegistry& s) { return connectionKeys(s, profiles); });
 }
 
 void TUpDateCxClientCfg::UpdateQuenmarSection(TCcAddinRegistry& settings, bool& failed) {
     // The failure text names the operation by another name; it is kept as the program writes it.
-    writeKeys(settings, nullptr, failed, "TUpdateCxClientConfig.UpdateVX810comPort() Failed - ",
+    writeKeys(settings, failed, "TUpdateCxClientConfig.UpdateVX810comPort() Failed - ",
               quenmarKeys);
 }
 
 void TUpDateCxClientCfg::UpdateFolders(TCcAddinRegistry& settings, bool& failed) {
-    writeKeys(settings, nullptr, failed, "TUpdateCxClientConfig.UpdateFolders() Failed - ",
-              folderKeys);
+    writeKeys(settings, failed, "TUpdateCxClientConfig.UpdateFolders() Failed - ", folderKeys);
 }
 
 void TUpDateCxClientCfg::UpdateAutomaticDcc(TCcAddinRegistry& settings, bool& failed) {
-    writeKeys(settings, nullptr, failed, "TUpdateCxClientConfig.UpdateAutomaticDcc() Failed - ",
+    writeKeys(settings, failed, "TUpdateCxClientConfig.UpdateAutomaticDcc() Failed - ",
               automaticDccKeys);
 }
 
 void TUpDateCxClientCfg::UpdateOperatingModeSection(TCcAddinRegistry& settings, bool& failed) {
-    writeKeys(settings, nullptr, failed,
-              "TUpdateCxClientConfig.UpdateOperatingModeSection() Failed - ", operatingModeKeys);
+    writeKeys(settings, failed, "TUpdateCxClientConfig.UpdateOperatingModeSection() Failed - ",
+              operatingModeKeys);
 }
 
 void TUpDateCxClientCfg::UpdateConfirmationSection(TCcAddinRegistry& settings, bool& failed) {
-    writeKeys(settings, nullptr, failed,
-              "TUpdateCxClientConfig.UpdateConfirmationSection() Failed - ", confirmationKeys);
+    writeKeys(settings, failed, "TUpdateCxClientConfig.UpdateConfirmationSection() Failed - ",
+              confirmationKeys);
 }

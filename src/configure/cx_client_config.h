@@ -6,6 +6,7 @@
 #include "settings/ccaddin_registry.h"
 #include "settings/connection_info.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -30,8 +31,9 @@ public:
     std::string strErrorMessage; // the last failure; a later success leaves it
 
 private:
-    using KeyBuilder = std::vector<IniKey> (*)(const TCcAddinRegistry&, const TConnectionInfo*);
+    // The keys are built inside the trap, after the folder is completed: building may fail too.
+    using KeyBuilder = std::function<std::vector<IniKey>(const TCcAddinRegistry&)>;
 
-    void writeKeys(TCcAddinRegistry& settings, const TConnectionInfo* profiles, bool& failed,
-                   const char* errorPrefix, KeyBuilder keys);
+    void writeKeys(TCcAddinRegistry& settings, bool& failed, const char* errorPrefix,
+                   const KeyBuilder& keys);
 };

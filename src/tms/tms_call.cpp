@@ -7,6 +7,7 @@
 #include "tms/tms_script_rules.h"
 
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 namespace {
