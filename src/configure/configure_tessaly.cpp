@@ -1,0 +1,297 @@
+#include "configure/configure_tessaly.h"
+
+#include "configure/changed_settings.h"
+#include "configure/cx_client_config.h"
+#include "configure/rms_hook_setup.h"
+#include "foundation/clock.h"
+#include "foundation/event_pump.h"
+#include "foundation/file_system.h"
+#include "foundation/logging.h"
+#include "foundation/registry.h"
+#include "foundation/tessaly_config.h"
+#include "installer/install_qm_manager.h"
+#include "settings/ccaddin_registry.h"
+#include "settings/connection_info.h"
+#include "tms/zontalk_client_ini.h"
+
+#include <chrono>
+#include <exception>
+#include <initializer_list>
+
+namespace {
+
+const std::string kSc5000 = "VeriFone SC5000";
+constexpr std::int32_t kRmsV2Till = 1;
+constexpr std::int32_t kPasswordField = 14;
+
+// Written on every run whatever the user chose: the folders follow the program, and the receipt
+// and reader options are the ones every till is supported with.
+constexpr std::initializer_list<std::int32_t> kAlwaysWritten = {4,  5, 16, 15, 60,
+                                                                59, 7, 19, 18, 17};
+
+// Runs a job's body under its trap: a fault becomes the job's failure with the prefix and the
+// fault's description in `message`. The body returns true when it failed without a fault.
+template <typename Body>
+void trapped(std::string& message, const char* prefix, bool& failed, Body&& body) {
+    try {
+        failed = body();
+    } catch (const std::exception& fault) {
+        message = prefix + std::string(fault.what());
+        failed = true;
+    } catch (...) {
+        message = prefix + std::string("unknown error");
+        failed = true;
+    }
+}
+
+// The device manager only reads its database at start-up; the pause gives the service time to
+// let go of the file after the stop. Window events keep running so the wizard stays live. The
+// slept time also bounds the wait, so a clock set back cannot stretch it.
+void pauseWithEvents(std::chrono::seconds length) {
+    constexpr std::chrono::milliseconds kStep(50);
+    const auto until = currentClock().now() + length;
+    std::chrono::milliseconds slept(0);
+    while (currentClock().now() < until && slept < length) {
+        pumpEvents();
+        currentClock().sleepFor(kStep);
+        slept += kStep;
+    }
+}
+
+bool deviceSettingsChanged(const TCcAddinRegistry& installed, const TCcAddinRegistry& settings) {
+    return installed.strComPort != settings.strComPort ||
+           installed.strIdlePrompt1 != settings.strIdlePrompt1 ||
+           installed.strIdlePrompt2 != settings.strIdlePrompt2 ||
+           installed.strChipDeviceName != settings.strChipDeviceName ||
+           installed.bExternalSwipe != settings.bExternalSwipe;
+}
+
+const char* trueFalse(bool value) {
+    return value ? "True" : "False";
+}
+
+void forceSupportedValues(TCcAddinRegistry& settings, const std::string& folder) {
+    settings.strReportFileLocation = folder + "reports\\";
+    settings.strReceiptFileLocation = folder + "receipts\\";
+    settings.bSaveReceipts = true;
+    settings.bCardEnquiry = true;
+    settings.bCardReaderStatus = true;
+    settings.lDeleteReceiptDays = 60;
+    settings.strRmsCashTenderType = "Cash";
+    settings.strRmsCcTenderType = "Credit Card";
+}
+
+} // namespace
+
+std::int32_t TcOnfigureTessaly::Configure(TCcAddinRegistry& oInstalledSettings,
+                                          TCcAddinRegistry& oNewSettings,
+                                          const std::string& strInstallPath) {
+    try {
+        Logging log;
+        log.strLogPath = TessalyConfig::AddBackslash(strInstallPath);
+        log.strLogFile = "TessalyConfig.log";
+        log.bLoggingEnabled = true;
+        log.Logit("Starting Tessaly Configuration");
+        bool bFailed = false;
+        lTotalJobsToDo = 8;
+        lJobsDone = 2;
+        // Only the SC5000 keeps its port and prompts in the device manager's database.
+        if (deviceSettingsChanged(oInstalledSettings, oNewSettings) &&
+            oNewSettings.strChipDeviceName == kSc5000) {
+            ConfigureQuenmarDb(oNewSettings, log, bFailed);
+        }
+        const auto nextJob = [&](std::int32_t done) {
+            lJobsDone = done;
+            pumpEvents();
+            return !bFailed;
+        };
+        if (nextJob(2)) {
+            UpdateRegistry(oInstalledSettings, oNewSettings, log, strInstallPath, bFailed);
+        }
+        if (nextJob(2)) {
+            SetCxKeyFile(oNewSettings, strInstallPath, bFailed);
+        }
+        if (nextJob(3)) {
+            UpdateCxClientFile(oNewSettings, log, bFailed);
+        }
+        if (nextJob(4)) {
+            UpdateZontalkClientIni(oNewSettings, bFailed);
+            if (!bFailed) {
+                CreateRmsHooks(oNewSettings, log, bFailed);
+            }
+        }
+        nextJob(6);
+        if (bFailed) {
+            log.Logit(strErrorMessage);
+        }
+        log.Logit("Ending Tessaly Configuration");
+        return bFailed ? 1 : 0;
+    } catch (const std::exception& fault) {
+        strErrorMessage = "TConfigureTessaly.Configure() Failed - " + std::string(fault.what());
+        return 1;
+    }
+}
+
+void TcOnfigureTessaly::ConfigureQuenmarDb(TCcAddinRegistry& settings, Logging& log, bool& failed) {
+    trapped(strErrorMessage, "TConfigureTessaly.ConfigureQuenmarDb() Failed - ", failed, [&] {
+        strStatus = "Configuring Quenmar database";
+        log.Logit("Starting configuration of Quenmar databaase");
+        log.Logit("ComPort=" + settings.strComPort);
+        log.Logit("IdlePrompt1=" + settings.strIdlePrompt1);
+        log.Logit("IdlePrompt2=" + settings.strIdlePrompt2);
+        TInstallQmManager installer;
+        installer.olog = &log;
+        // The installer's own flags are not looked at: it has logged what went wrong, and a
+        // service that did not stop still gets its new settings at the next start.
+        bool ignored = false;
+        installer.StopQuenmar(ignored);
+        pauseWithEvents(std::chrono::seconds(10));
+        installer.ConfigDatabase(settings, ignored);
+        installer.StartQuenmar(ignored);
+        log.Logit("Finsihed configuring Quenmar database");
+        return false;
+    });
+}
+
+void TcOnfigureTessaly::UpdateRegistry(TCcAddinRegistry& installed, TCcAddinRegistry& settings,
+                                       Logging& log, const std::string& installPath, bool& failed) {
+    trapped(strErrorMessage, "TConfigureTessaly.UpdateRegistry() Failed - ", failed, [&] {
+        strStatus = "Updating registry settings";
+        const std::string folder = TessalyConfig::AddBackslash(installPath);
+        settings.strConfigFileLocation = folder;
+        settings.strConfigFileName = "cxclientconfig.ini";
+        // Decided on the installed password, not the one typed: a till that never had one gets
+        // the default, whatever the user entered.
+        if (installed.strCorvixPassword.empty()) {
+            settings.strCorvixPassword = "tulip";
+            settings.WriteRegistry(kPasswordField);
+        }
+        forceSupportedValues(settings, folder);
+        for (const std::int32_t field : kAlwaysWritten) {
+            settings.WriteRegistry(field);
+        }
+        const bool bChanged = writeChangedSettings(installed, settings);
+        log.Logit(bChanged ? "Changes made to registry settings"
+                           : "No changes made to the registry");
+        return false;
+    });
+}
+
+void TcOnfigureTessaly::SetCxKeyFile(TCcAddinRegistry& settings, const std::string& installPath,
+                                     bool& failed) {
+    trapped(strErrorMessage, "TConfigureTessaly.SetCxKeyFile() Failed - ", failed, [&] {
+        const std::string folder = TessalyConfig::AddBackslash(installPath);
+        const std::string source = settings.bTestMode ? "cxkeyfile_test.txt" : "cxkeyfile_live.txt";
+        // A key file that is not there leaves the old one in place; the payment client reports
+        // a wrong key itself, so the run goes on.
+        FileSystem files;
+        bool copyFailed = false;
+        files.CopyFile(folder + source, folder + "cxkeyfile.txt", copyFailed);
+        return false;
+    });
+}
+
+void TcOnfigureTessaly::UpdateCxClientFile(TCcAddinRegistry& settings, Logging& log, bool& failed) {
+    trapped(strErrorMessage, "TConfgureTessaly.UpdateCxClientFile() Failed - ", failed, [&] {
+        strStatus = "Updating operating mode sction in configuration file";
+        log.Logit("Updating operating mode section in CxClientConfig.ini");
+        log.Logit(std::string("Mode=") + (settings.lOperatingMode != 0 ? "1" : "0"));
+        log.Logit("COM Port=" + settings.strComPort);
+        TConnectionInfo profiles;
+        bool readFailed = false;
+        profiles.ReadConfiguration(settings.strConfigFileLocation, readFailed);
+        TUpDateCxClientCfg updater;
+        using Section = void (TUpDateCxClientCfg::*)(TCcAddinRegistry&, bool&);
+        for (const Section section : {&TUpDateCxClientCfg::UpdateOperatingModeSection,
+                                      &TUpDateCxClientCfg::UpdateConfirmationSection,
+                                      &TUpDateCxClientCfg::UpdateAutomaticDcc}) {
+            bool sectionFailed = true;
+            (updater.*section)(settings, sectionFailed);
+            if (sectionFailed) {
+                strErrorMessage = updater.strErrorMessage;
+                return true;
+            }
+        }
+        return !updateQuenmarSettings(settings, profiles, updater, log);
+    });
+}
+
+bool TcOnfigureTessaly::updateQuenmarSettings(TCcAddinRegistry& settings,
+                                              const TConnectionInfo& profiles,
+                                              TUpDateCxClientCfg& updater, Logging& log) {
+    strStatus = "Updating Quenmar settings in configuration file";
+    log.Logit("Updating Quenmar section in CxClientConfig.ini");
+    log.Logit("Device=" + settings.strChipDeviceName);
+    log.Logit("COM Port=" + settings.strComPort);
+    log.Logit(std::string("External Swipe=") + trueFalse(settings.bExternalSwipe));
+    bool sectionFailed = true;
+    updater.UpdateQuenmarSection(settings, sectionFailed);
+    if (sectionFailed) {
+        strErrorMessage = updater.strErrorMessage;
+        return false;
+    }
+    log.Logit("Quenmar section update complete");
+    // Addresses and folders are the client's to complain about: a profile name it does not
+    // know, or a folder key it cannot take, does not fail the run.
+    bool ignored = false;
+    updater.SetConnectionInfo(settings, profiles, ignored);
+    updater.UpdateFolders(settings, ignored);
+    return true;
+}
+
+void TcOnfigureTessaly::UpdateZontalkClientIni(TCcAddinRegistry& settings, bool& failed) {
+    failed = false;
+    // The profile file's writes report only through their results, which the run has never
+    // looked at: a file that refuses them does not fail the configuration.
+    try {
+        WriteZontalkClientFolders(settings.strConfigFileLocation);
+    } catch (const std::exception&) {
+    }
+}
+
+void TcOnfigureTessaly::CreateRmsHooks(TCcAddinRegistry& settings, Logging& log, bool& failed) {
+    trapped(strErrorMessage, "TConfigureTessaly.CreateRmsHooks() Failed - ", failed, [&] {
+        strStatus = "Creating RMS Hooks";
+        // RMS V3 tills register the add-in through their own installer.
+        if (settings.lTillType == kRmsV2Till) {
+            log.Logit("Creating RMS Hooks (if necessary)");
+            TRmsHookSetup hooks;
+            hooks.AddTransactionHook();
+            hooks.AddZReportHook();
+            log.Logit("RMS Hooks created");
+        }
+        return false;
+    });
+}
+
+void TcOnfigureTessaly::UpdateCxClientQuenmar(TCcAddinRegistry& settings, Logging& log,
+                                              bool& failed) {
+    trapped(strErrorMessage, "TConfgureTessaly.UpdateCxClientQuenmar() Failed - ", failed, [&] {
+        TConnectionInfo profiles;
+        bool readFailed = false;
+        profiles.ReadConfiguration(settings.strConfigFileLocation, readFailed);
+        TUpDateCxClientCfg updater;
+        return !updateQuenmarSettings(settings, profiles, updater, log);
+    });
+}
+
+void TcOnfigureTessaly::InstallQuenmar(TCcAddinRegistry& settings, const std::string& sourceFolder,
+                                       Logging& log, bool& failed) {
+    trapped(strErrorMessage, "TConfigureTessaly.InstallQuenmar() Failed - ", failed, [&] {
+        log.Logit("Please ensure that the SC5000 device is wiped before proceeding");
+        strStatus = "Installing Quenmar";
+        TInstallQmManager installer;
+        if (installer.Install(sourceFolder, settings, log) != 0) {
+            strErrorMessage = installer.strErrorMessage;
+            return true;
+        }
+        return false;
+    });
+}
+
+void TcOnfigureTessaly::SetAddAmountOptions() {
+    const std::string key = "SOFTWARE\\Tessaly\\Quenmar\\AddAmount\\";
+    TRegistry registry;
+    registry.SaveRegistryValue(key, "ExtendedCardInfoOnMasterCard", "1");
+    registry.SaveRegistryValue(key, "ExtendedCardInfoOnVisa", "1");
+}
