@@ -147,6 +147,30 @@ constexpr bool numberedInOrder() {
 }
 static_assert(numberedInOrder(), "the table is indexed by field number");
 
+// A flag rule on a text (or any such mismatch) would silently read the wrong way.
+constexpr bool ruleFits(const SettingDescriptor& s) {
+    switch (s.member.index()) {
+    case 0: // text
+        return s.rule <= TextDefault;
+    case 1: // integer
+        return s.rule >= Integer && s.rule <= ThreeWay;
+    case 2: // flag
+        return s.rule >= FlagOnlyOne;
+    default: // real
+        return s.rule == Real;
+    }
+}
+
+constexpr bool rulesFitTheirProperties() {
+    for (const SettingDescriptor& s : kSettings) {
+        if (!ruleFits(s)) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(rulesFitTheirProperties(), "every rule reads into a property of its kind");
+
 std::string textByRule(const SettingDescriptor& setting, const std::string& stored) {
     switch (setting.rule) {
     case TextWithBackslash:

@@ -39,8 +39,8 @@ struct SettingDescriptor {
     std::string_view valueName; // the registry value, as the add-in spells it
     SettingMember member;
     ReadRule rule;
-    std::string_view emptyDefault; // the text an empty or missing value reads as (TextDefault,
-                                   // IntegerDefault)
+    // For TextDefault and IntegerDefault: the text an empty or missing value reads as.
+    std::string_view emptyDefault;
 };
 
 inline constexpr std::size_t kSettingCount = 89;

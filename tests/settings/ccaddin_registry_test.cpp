@@ -149,6 +149,8 @@ TEST(CcAddinRegistry, TextAndNumberRulesOnReading) {
     EXPECT_EQ(store.strTrackEndId, "25");
     store.WriteRegistry(33);
     EXPECT_EQ(stored("DccEnabled"), "2");
+    plant("DccEnabled", "0");
+    EXPECT_EQ(readStore().lDccType, 0);
     plant("ConfigFileLocation", "c:\\cfg\\");
     EXPECT_EQ(readStore().strConfigFileLocation, "c:\\cfg\\");
     plant("ConfigFileLocation", "");
