@@ -4,6 +4,7 @@
 #include "platform/command_line.h"
 #include "platform/cp1252.h"
 #include "platform/platform.h"
+#include "platform/recorder.h"
 
 #include <cerrno>
 #include <climits>
@@ -230,6 +231,11 @@ std::intptr_t shellResult(int error) {
 } // namespace
 
 std::uint32_t startHidden(const std::string& commandLine) {
+    if (Recorder* recorder = activeRecorder()) {
+        if (const auto stoodIn = recorder->processStarting(commandLine)) {
+            return *stoodIn;
+        }
+    }
     std::vector<std::string> words = splitCommandLine(commandLine);
     if (words.empty() || words.front().empty()) {
         throw std::runtime_error("cannot start [" + commandLine + "]: no program is named");
@@ -258,6 +264,11 @@ void waitForProcess(std::uint32_t processId) {
 }
 
 std::intptr_t shellOpen(const std::string& windowsFile, const std::string& parameters) {
+    if (Recorder* recorder = activeRecorder()) {
+        if (const auto stoodIn = recorder->shellOpening(windowsFile, parameters)) {
+            return *stoodIn;
+        }
+    }
     try {
         const char* scriptHost = std::getenv("PARVANE_SCRIPT_HOST");
         if (scriptHost == nullptr || *scriptHost == '\0') {

@@ -3,6 +3,7 @@
 #include "platform/platform.h"
 #include "platform/posix/atomic_file.h"
 #include "platform/posix/ini_document.h"
+#include "platform/recorder.h"
 
 #include <algorithm>
 #include <cstring>
@@ -149,8 +150,17 @@ bool writePrivateProfileString(const char* section, const char* key, const char*
             return false;
         }
         IniDocument document(bytes.value_or(""));
-        if (applyEdit(document, section, key, value)) {
+        const std::optional<std::string> before =
+            key != nullptr ? document.value(section, key) : std::nullopt;
+        const bool changed = applyEdit(document, section, key, value);
+        if (changed) {
             posix::replaceFile(file, document.bytes());
+        }
+        if (Recorder* recorder = activeRecorder(); recorder != nullptr && key != nullptr) {
+            recorder->profileKeyWritten(fileName, section, key, before,
+                                        value != nullptr ? std::optional<std::string>(value)
+                                                         : std::nullopt,
+                                        changed);
         }
         return true;
     } catch (const std::exception&) {

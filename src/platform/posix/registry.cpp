@@ -2,6 +2,7 @@
 // is an entry in a process-wide table holding the key's id and its own database connection.
 #include "platform/platform.h"
 #include "platform/posix/registry_store.h"
+#include "platform/recorder.h"
 
 #include <cstring>
 #include <map>
@@ -18,6 +19,7 @@ using posix::RegistryStore;
 struct OpenKey {
     std::unique_ptr<RegistryStore> store;
     RegistryStore::KeyId id = RegistryStore::kHive;
+    std::string path; // as the caller named it, for the recorder's reports
 };
 
 class HandleTable {
@@ -98,7 +100,7 @@ long openKey(const std::string& subKey, RegistryStore::Mode mode, RegKey& key) {
     if (!id) {
         return kErrorFileNotFound;
     }
-    key = handles().add(OpenKey{std::move(store), *id});
+    key = handles().add(OpenKey{std::move(store), *id, asCString(subKey)});
     return kErrorSuccess;
 }
 
@@ -155,7 +157,17 @@ long regSetValue(RegKey key, const std::string& valueName, std::uint32_t type,
     }
     const std::string bytes =
         data == nullptr ? std::string() : std::string(reinterpret_cast<const char*>(data), size);
+    Recorder* recorder = activeRecorder();
+    std::optional<std::string> before;
+    if (recorder != nullptr) {
+        if (const auto value = open->store->readValue(open->id, asCString(valueName))) {
+            before = value->data;
+        }
+    }
     open->store->writeValue(open->id, asCString(valueName), type, bytes);
+    if (recorder != nullptr) {
+        recorder->registryValueSet(open->path, asCString(valueName), before, bytes);
+    }
     return kErrorSuccess;
 }
 
