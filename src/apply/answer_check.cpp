@@ -1,0 +1,216 @@
+#include "apply/answer_check.h"
+
+#include "configure/merchant_choices.h"
+#include "platform/cp1252.h"
+
+#include <algorithm>
+#include <charconv>
+#include <functional>
+#include <limits>
+
+namespace {
+
+namespace mc = merchant_choices;
+
+std::string quoted(std::string_view text) {
+    return "\"" + std::string(text) + "\"";
+}
+
+std::optional<long long> wholeNumber(std::string_view text) {
+    const bool negative = text.starts_with('-');
+    const std::string_view digits = negative ? text.substr(1) : text;
+    if (digits.empty() ||
+        !std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; })) {
+        return std::nullopt;
+    }
+    long long value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size()) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+// Digits with at most one "." between digits: the form the real setting is stored in.
+bool isDecimal(std::string_view text) {
+    if (text.starts_with('-')) {
+        text.remove_prefix(1);
+    }
+    const std::size_t dot = text.find('.');
+    const auto digitsOnly = [](std::string_view part) {
+        return !part.empty() &&
+               std::all_of(part.begin(), part.end(), [](char c) { return c >= '0' && c <= '9'; });
+    };
+    return dot == std::string_view::npos
+               ? digitsOnly(text)
+               : digitsOnly(text.substr(0, dot)) && digitsOnly(text.substr(dot + 1));
+}
+
+struct Range {
+    std::string_view valueName;
+    std::int32_t lowest;
+    std::int32_t highest;
+    std::string_view meaning;
+};
+
+// Numbers that choose an entry of one of the wizard's lists.
+constexpr std::array<Range, 4> kRanges = {{
+    {"SemiIntegrated", 0, mc::kHighestOperatingMode, "an operating mode"},
+    {"RmsTill", 0, 2, "a till type"},
+    {"DccEnabled", 0, 2, "a DCC option"},
+    {"DecimalInCashback", 0, 2, "a cashback entry type"},
+}};
+
+std::optional<std::string> kindProblem(const AnswerValue& answer) {
+    const std::string_view name = answer.setting->valueName;
+    switch (answer.setting->member.index()) {
+    case 1: { // integer
+        const auto number = wholeNumber(answer.text);
+        if (!number || *number < std::numeric_limits<std::int32_t>::min() ||
+            *number > std::numeric_limits<std::int32_t>::max()) {
+            return std::string(name) + "=" + answer.text + ": expected a whole number";
+        }
+        for (const Range& range : kRanges) {
+            if (cp1252::iequals(range.valueName, name) &&
+                (*number < range.lowest || *number > range.highest)) {
+                return std::string(name) + "=" + answer.text + ": expected " +
+                       std::string(range.meaning) + " from " + std::to_string(range.lowest) +
+                       " to " + std::to_string(range.highest);
+            }
+        }
+        return std::nullopt;
+    }
+    case 2: // flag
+        if (answer.text != "1" && answer.text != "0") {
+            return std::string(name) + "=" + answer.text + ": expected 1 or 0";
+        }
+        return std::nullopt;
+    case 3: // real
+        if (!isDecimal(answer.text)) {
+            return std::string(name) + "=" + answer.text + ": expected a number such as 1.5";
+        }
+        return std::nullopt;
+    default:
+        if (cp1252::iequals(name, "CorvixPassword") && answer.text == "***") {
+            return std::string("CorvixPassword=***: that is the masked display of a password, "
+                               "not a password");
+        }
+        return std::nullopt;
+    }
+}
+
+std::string listed(const std::vector<std::string>& entries) {
+    std::string text;
+    for (const std::string& entry : entries) {
+        if (!entry.empty()) {
+            text += (text.empty() ? "" : ", ") + quoted(entry);
+        }
+    }
+    return text.empty() ? "none" : text;
+}
+
+template <std::size_t N>
+std::vector<std::string> entriesOf(const std::array<std::string_view, N>& list) {
+    return {list.begin(), list.end()};
+}
+
+struct ListRule {
+    std::string_view valueName;
+    std::string_view listName;
+    std::function<std::vector<std::string>(const std::string& folder)> entries;
+};
+
+// The text settings the wizard only lets the user pick from a list. The profile list depends on
+// the live or test choice and is checked apart.
+const std::vector<ListRule>& listRules() {
+    static const std::vector<ListRule> rules = {
+        {"Acquirer", "acquirers", [](const std::string&) { return entriesOf(mc::kAcquirers); }},
+        {"BaseCurrency", "currencies",
+         [](const std::string&) { return entriesOf(mc::kCurrencies); }},
+        {"ChipDeviceName", "chip and PIN devices",
+         [](const std::string&) { return entriesOf(mc::kDevices); }},
+        {"ComPort", "ports", [](const std::string&) { return mc::comPorts(); }},
+        {"FuelType", "fuel types", [](const std::string& folder) { return mc::fuelNames(folder); }},
+    };
+    return rules;
+}
+
+bool contains(const std::vector<std::string>& entries, const std::string& text) {
+    return std::find(entries.begin(), entries.end(), text) != entries.end();
+}
+
+void checkLists(const Answers& answers, const std::string& folder,
+                std::vector<AnswerProblem>& problems) {
+    for (const ListRule& rule : listRules()) {
+        const AnswerValue* answer = answers.find(rule.valueName);
+        if (answer == nullptr) {
+            continue;
+        }
+        const std::vector<std::string> entries = rule.entries(folder);
+        if (!contains(entries, answer->text)) {
+            problems.push_back({answer->line, std::string(rule.valueName) + "=" + answer->text +
+                                                  ": not one of the " + std::string(rule.listName) +
+                                                  " offered (" + listed(entries) + ")"});
+        }
+    }
+}
+
+// A profile is offered only for its own kind of installation, so changing Mode alone can leave
+// the installed profile behind.
+void checkProfile(const Answers& answers, const std::string& folder,
+                  const TCcAddinRegistry& settings, std::vector<AnswerProblem>& problems) {
+    const AnswerValue* profile = answers.find("TessalyID");
+    const AnswerValue* mode = answers.find("Mode");
+    if (profile == nullptr && mode == nullptr) {
+        return;
+    }
+    const std::vector<std::string> offered = mc::profileNames(folder, settings.bTestMode);
+    if (settings.strTessalyID.empty() || contains(offered, settings.strTessalyID)) {
+        return; // an empty profile is the Finish rule's complaint
+    }
+    const std::string kind = settings.bTestMode ? "test" : "live";
+    problems.push_back({profile != nullptr ? profile->line : mode->line,
+                        "TessalyID=" + settings.strTessalyID + ": not one of the " + kind +
+                            " connection profiles in connectioninfo.ini (" + listed(offered) +
+                            ")"});
+}
+
+void checkFinishRule(const TCcAddinRegistry& settings, std::vector<AnswerProblem>& problems) {
+    const mc::FinishInputs inputs{
+        std::string(mc::kConfigModes[settings.lOperatingMode == 0 ? 0 : 1]),
+        settings.strAcquirer,
+        settings.strbaseCurrency,
+        settings.strChipDeviceName,
+        settings.strComPort,
+        settings.strTessalyID};
+    for (const std::string& reason : mc::finishProblems(inputs)) {
+        problems.push_back({0, "the wizard would not allow Finish: " + reason});
+    }
+}
+
+} // namespace
+
+std::vector<AnswerProblem> applyAnswers(const Answers& answers, const std::string& programFolder,
+                                        TCcAddinRegistry& settings) {
+    std::vector<AnswerProblem> problems;
+    for (const AnswerValue& answer : answers.values) {
+        if (auto problem = kindProblem(answer)) {
+            problems.push_back({answer.line, std::move(*problem)});
+        } else {
+            applyStoredText(settings, *answer.setting, answer.text);
+        }
+    }
+    checkLists(answers, programFolder, problems);
+    if (problems.empty()) {
+        checkProfile(answers, programFolder, settings, problems);
+        checkFinishRule(settings, problems);
+    }
+    // Problems of a line in the file's order, those of the whole file last.
+    const auto order = [](const AnswerProblem& p) {
+        return p.line == 0 ? std::numeric_limits<int>::max() : p.line;
+    };
+    std::stable_sort(
+        problems.begin(), problems.end(),
+        [&](const AnswerProblem& a, const AnswerProblem& b) { return order(a) < order(b); });
+    return problems;
+}
