@@ -212,12 +212,15 @@ void RegistryStore::fail(int resultCode) const {
 // Only a zero-length file is taken as new: a database that already holds anything, even
 // nothing of ours, is left exactly as it is and judged by checkTables. The size is looked at
 // under the write lock, so two processes creating at once make the tables once.
+// A write transaction that changed nothing is rolled back, not committed: SQLite's commit
+// rewrites the file header (change counter, page count) even then, which would alter a foreign
+// or damaged file before checkTables has judged it.
 void RegistryStore::createTablesIfEmpty() {
     Transaction transaction(*this);
     if (noRegistryYet(file_)) {
         transaction.exec(kCreateTables);
+        transaction.commit();
     }
-    transaction.commit();
 }
 
 void RegistryStore::checkTables() {
@@ -259,6 +262,7 @@ RegistryStore::findKey(const std::vector<std::string>& components) {
 RegistryStore::KeyId RegistryStore::createKey(const std::vector<std::string>& components) {
     Transaction transaction(*this);
     KeyId key = kHive;
+    bool created = false;
     for (const std::string& name : components) {
         if (const auto child = childKey(key, name)) {
             key = *child;
@@ -267,8 +271,12 @@ RegistryStore::KeyId RegistryStore::createKey(const std::vector<std::string>& co
         Statement insert(*this, "INSERT INTO reg_keys (parent, name, folded) VALUES (?1, ?2, ?3)");
         insert.bind(1, key).bind(2, name).bind(3, cp1252::toUpper(name)).step();
         key = sqlite3_last_insert_rowid(db_);
+        created = true;
     }
-    transaction.commit();
+    // An existing key is opened without a commit, which would rewrite the header for nothing.
+    if (created) {
+        transaction.commit();
+    }
     return key;
 }
 
