@@ -1,0 +1,3 @@
+#include "ui/printer_serial.h"
+
+PrinterSerialParameters printerSerial;
