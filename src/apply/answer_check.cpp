@@ -188,7 +188,41 @@ void checkFinishRule(const TCcAddinRegistry& settings, std::vector<AnswerProblem
     }
 }
 
+const RegistryWrite* lastWrite(const TillChanges& changes, std::string_view valueName) {
+    const std::string_view key = kCcAddinKeyPath.substr(0, kCcAddinKeyPath.size() - 1);
+    for (const RegistryWrite& write : changes.registry) {
+        const std::string_view path = write.keyPath;
+        if (cp1252::iequals(path.ends_with('\\') ? path.substr(0, path.size() - 1) : path, key) &&
+            cp1252::iequals(write.valueName, valueName)) {
+            return &write;
+        }
+    }
+    return nullptr;
+}
+
 } // namespace
+
+std::vector<AnswerProblem> unappliedAnswers(const Answers& answers,
+                                            const TCcAddinRegistry& installed,
+                                            const TillChanges& changes) {
+    std::vector<AnswerProblem> unapplied;
+    for (const AnswerValue& answer : answers.values) {
+        TCcAddinRegistry wanted = installed;
+        applyStoredText(wanted, *answer.setting, answer.text);
+        const std::string text = storedText(wanted, *answer.setting);
+        const RegistryWrite* write = lastWrite(changes, answer.setting->valueName);
+        const bool applied =
+            write != nullptr ? write->after == text : sameValue(wanted, installed, *answer.setting);
+        if (!applied) {
+            unapplied.push_back(
+                {answer.line, std::string(answer.setting->valueName) +
+                                  (write != nullptr ? " was written with the run's own value"
+                                                    : " is not written by the configuration run") +
+                                  ": the answer was not applied"});
+        }
+    }
+    return unapplied;
+}
 
 std::vector<AnswerProblem> applyAnswers(const Answers& answers, const std::string& programFolder,
                                         TCcAddinRegistry& settings) {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "apply/answer_file.h"
+#include "apply/till_changes.h"
 #include "settings/ccaddin_registry.h"
 
 #include <string>
@@ -14,3 +15,10 @@
 // `programFolder` (ending in "\") holds the profile and fuel-card files the lists come from.
 std::vector<AnswerProblem> applyAnswers(const Answers& answers, const std::string& programFolder,
                                         TCcAddinRegistry& settings);
+
+// The answers the run left without effect: settings it never writes, or writes with a value of
+// its own (forced folders, the default password), judged from what the run actually wrote. An
+// answer that already matched the installed value is not one of them.
+std::vector<AnswerProblem> unappliedAnswers(const Answers& answers,
+                                            const TCcAddinRegistry& installed,
+                                            const TillChanges& changes);

@@ -159,7 +159,7 @@ private:
             complain(number, "unknown key \"" + std::string(key) + "\" in [run]: only tms is read");
             return;
         }
-        if (answers_.tms) {
+        if (answers_.tmsLine != 0) {
             complain(number,
                      "tms is given twice (first on line " + std::to_string(answers_.tmsLine) + ")");
             return;

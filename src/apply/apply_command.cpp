@@ -183,6 +183,10 @@ public:
             report_.fault = e.what();
             return finish(ApplyExit::TillUnreadable);
         }
+        if (report_.outcome->result == 0) {
+            report_.unapplied =
+                unappliedAnswers(answers, request.installed, report_.outcome->changes);
+        }
         return finish(report_.outcome->result == 0 ? ApplyExit::Success : ApplyExit::RunFailed);
     }
 

@@ -125,6 +125,10 @@ std::string reportText(const ApplyReport& report) {
         }
         textOutcome(out, report);
     }
+    for (const AnswerProblem& answer : report.unapplied) {
+        out << "Note: " << report.answersFile << ":" << answer.line << ": " << utf8(answer.message)
+            << "\n";
+    }
     return out.str();
 }
 
@@ -147,6 +151,10 @@ std::string reportJson(const ApplyReport& report) {
         doc["problems"].push_back(
             {{"line", problem.line > 0 ? ordered_json(problem.line) : ordered_json(nullptr)},
              {"message", utf8(problem.message)}});
+    }
+    doc["unapplied"] = ordered_json::array();
+    for (const AnswerProblem& answer : report.unapplied) {
+        doc["unapplied"].push_back({{"line", answer.line}, {"message", utf8(answer.message)}});
     }
     doc["progress"] = ordered_json::array();
     doc["registry"] = ordered_json::array();

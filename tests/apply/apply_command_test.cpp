@@ -1,0 +1,240 @@
+#include "apply/apply_command.h"
+#include "apply_demo_till.h"
+#include "foundation/registry.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <sys/stat.h>
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+
+namespace {
+
+// A new merchant for the demo till (a sterling Barclays till on COM1): the device's port changes
+// too, so the run also reconfigures the device manager.
+const std::string kNewMerchant = "[ccaddin]\n"
+                                 "Acquirer=AIB\n"
+                                 "BaseCurrency=EUR\n"
+                                 "TessalyID=AIB Live\n"
+                                 "ComPort=COM3\n";
+
+json parsed(const CommandResult& result) {
+    return json::parse(result.out);
+}
+
+// What a report says was (or would be) done, without the run's mode and progress.
+json effects(const json& report) {
+    return {report["registry"], report["ini"], report["files"], report["commands"]};
+}
+
+bool anyChanged(const json& entries) {
+    for (const json& entry : entries) {
+        if (entry["changed"].get<bool>()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+std::string setting(const std::string& name) {
+    std::string value;
+    TRegistry().GetRegistryValue("SOFTWARE\\Tessaly\\ccaddin\\", name, value);
+    return value;
+}
+
+} // namespace
+
+TEST(ApplyCommand, PlanShowsWhatTheRunDoesAndARerunChangesNothing) {
+    ApplyDemoTill demo;
+    const std::string answers = demo.answers(kNewMerchant);
+    const std::string before = demo.state();
+
+    const CommandResult plan = demo.apply({"--answers", answers, "--plan", "--json"});
+    ASSERT_EQ(plan.exitCode, 0) << plan.out << plan.err;
+    EXPECT_EQ(demo.state(), before) << "a plan changed the till";
+    EXPECT_FALSE(fs::exists(demo.till.root() / "standin-calls.log")) << "a plan started a tool";
+
+    const CommandResult run = demo.apply({"--answers", answers, "--json"});
+    ASSERT_EQ(run.exitCode, 0) << run.out << run.err;
+    EXPECT_NE(demo.state(), before);
+    EXPECT_EQ(setting("Acquirer"), "AIB");
+    EXPECT_EQ(parsed(plan)["mode"], "plan");
+    EXPECT_EQ(parsed(run)["mode"], "run");
+    EXPECT_EQ(effects(parsed(plan)), effects(parsed(run)));
+    EXPECT_TRUE(parsed(run)["changed"].get<bool>());
+    EXPECT_EQ(parsed(run)["commands"].size(), 3u); // stop, database row, start
+
+    // The same answers again: the always-written values are written once more, none changes,
+    // and no tool runs.
+    const json rerun = parsed(demo.apply({"--answers", answers, "--json"}));
+    EXPECT_FALSE(rerun["changed"].get<bool>()) << rerun.dump(1);
+    EXPECT_GE(rerun["registry"].size(), 10u);
+    EXPECT_FALSE(anyChanged(rerun["registry"]) || anyChanged(rerun["ini"]) ||
+                 anyChanged(rerun["files"]));
+    EXPECT_TRUE(rerun["commands"].empty());
+    EXPECT_EQ(effects(parsed(demo.apply({"--answers", answers, "--plan", "--json"}))),
+              effects(rerun));
+}
+
+TEST(ApplyCommand, TextReportShowsProgressAndMarksEachWrite) {
+    ApplyDemoTill demo;
+    const CommandResult run = demo.apply({"--answers", demo.answers(kNewMerchant)});
+    ASSERT_EQ(run.exitCode, 0) << run.err;
+    EXPECT_NE(run.out.find("... Updating registry settings\n"), std::string::npos);
+    EXPECT_NE(run.out.find("ccaddin\\Acquirer: \"Barclays\" -> \"AIB\"  changed"),
+              std::string::npos);
+    EXPECT_NE(run.out.find("ccaddin\\ConfigFileName: \"cxclientconfig.ini\" -> "
+                           "\"cxclientconfig.ini\"  unchanged"),
+              std::string::npos);
+    EXPECT_NE(
+        run.out.find("cxkeyfile.txt (copy of C:\\Program Files\\Tessaly\\cxkeyfile_live.txt)"),
+        std::string::npos);
+    // A plan lists only the registry values that would change, but every INI key and command.
+    const CommandResult plan = demo.apply({"--answers", demo.answers(kNewMerchant), "--plan"});
+    EXPECT_EQ(plan.out.find("unchanged\n", plan.out.find("INI keys")) == std::string::npos, false);
+    EXPECT_EQ(plan.out.find("ccaddin\\ConfigFileName"), std::string::npos);
+    EXPECT_NE(plan.out.find("The run would change nothing."), std::string::npos);
+}
+
+TEST(ApplyCommand, ExitCodesAndTheirMessages) {
+    ApplyDemoTill demo;
+    const std::string good = demo.answers(kNewMerchant);
+    EXPECT_EQ(demo.apply({"--version"}).out, "parvane-apply 1.0.0\n");
+    EXPECT_EQ(demo.apply({"--help"}).exitCode, 0);
+    for (const std::vector<std::string>& bad :
+         std::vector<std::vector<std::string>>{{},
+                                               {"--answers"},
+                                               {"--answers", good, "--export", "x.ini"},
+                                               {"--answers", good, "--tms", "weekly"},
+                                               {"--answers", good, "--colour"},
+                                               {"--export", "x.ini", "--plan"}}) {
+        const CommandResult result = demo.apply(bad);
+        EXPECT_EQ(result.exitCode, 2) << testing::PrintToString(bad);
+        EXPECT_NE(result.err.find("Usage:"), std::string::npos);
+    }
+    EXPECT_EQ(demo.apply({"--answers", (demo.till.root() / "none.ini").string()}).exitCode, 2);
+
+    // Refused answers change nothing, and each problem is named with its line.
+    const std::string before = demo.state();
+    const CommandResult refused =
+        demo.apply({"--answers", demo.answers("[ccaddin]\nAcquirer=Amex\nMode=maybe\n"), "--json"});
+    EXPECT_EQ(refused.exitCode, 2);
+    EXPECT_EQ(demo.state(), before);
+    const json problems = parsed(refused)["problems"];
+    ASSERT_EQ(problems.size(), 2u);
+    EXPECT_EQ(problems[0]["line"], 2);
+    EXPECT_EQ(problems[1]["line"], 3);
+    EXPECT_NE(refused.err.find(":3: Mode=maybe"), std::string::npos);
+
+    // A run that fails: the payment client's file cannot be written.
+    const fs::path client = demo.programFolder() / "cxclientconfig.ini";
+    fs::permissions(client, fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+    const CommandResult failed = demo.apply({"--answers", good, "--json"});
+    EXPECT_EQ(failed.exitCode, 1);
+    EXPECT_EQ(parsed(failed)["result"], "failed");
+    EXPECT_NE(failed.err.find("\nConfiguration and installation failed.\n"), std::string::npos);
+    EXPECT_EQ(failed.err.find(parsed(failed)["error"].get<std::string>()), 0u);
+
+    // A till that cannot be read.
+    std::ostringstream out;
+    std::ostringstream err;
+    EXPECT_EQ(applyCommand({"--answers", good}, "C:\\Nowhere\\", out, err), 3);
+    EXPECT_EQ(applyCommand({"--answers", good}, "", out, err), 3);
+    fs::remove(demo.till.root() / "registry.db");
+    EXPECT_EQ(demo.apply({"--answers", good}).exitCode, 3);
+    EXPECT_EQ(demo.apply({"--export", (demo.till.root() / "x.ini").string()}).exitCode, 3);
+}
+
+TEST(ApplyCommand, PasswordIsNeverShown) {
+    ApplyDemoTill demo;
+    // The run keeps an installed password and gives an empty one its default: the answer's
+    // password is reported as not applied, the default is written, and neither is shown.
+    const std::string answers = demo.answers(kNewMerchant + "CorvixPassword=Tulip-Secret\n");
+    const CommandResult withInstalled = demo.apply({"--answers", answers, "--json"});
+    EXPECT_EQ(parsed(withInstalled)["unapplied"].size(), 1u) << withInstalled.out;
+    EXPECT_EQ(parsed(withInstalled)["unapplied"][0]["line"], 6);
+    EXPECT_EQ(setting("CorvixPassword"), "k3stRel");
+    TRegistry().SaveRegistryValue("SOFTWARE\\Tessaly\\ccaddin\\", "CorvixPassword", "");
+    const fs::path logDir = demo.till.root() / "reports";
+    const std::vector<CommandResult> outputs{
+        withInstalled, demo.apply({"--answers", answers, "--plan"}),
+        demo.apply({"--answers", answers, "--json", "--log-dir", logDir.string()}),
+        demo.apply({"--answers", answers}),
+        demo.apply({"--export", (demo.till.root() / "export.ini").string()})};
+    EXPECT_EQ(setting("CorvixPassword"), "tulip");
+    std::string shown = readBytes(demo.till.root() / "export.ini");
+    for (const CommandResult& output : outputs) {
+        shown += output.out + output.err;
+    }
+    for (const auto& kept : fs::directory_iterator(logDir)) {
+        shown += readBytes(kept.path());
+    }
+    EXPECT_EQ(shown.find("Tulip-Secret"), std::string::npos);
+    EXPECT_EQ(shown.find("tulip"), std::string::npos);
+    EXPECT_EQ(shown.find("k3stRel"), std::string::npos); // the demo till's installed password
+    EXPECT_NE(shown.find("CorvixPassword: \"***\" -> \"***\"  changed"), std::string::npos);
+}
+
+TEST(ApplyCommand, ExportedSettingsReplayWithoutChange) {
+    ApplyDemoTill demo;
+    ASSERT_EQ(demo.apply({"--answers", demo.answers(kNewMerchant)}).exitCode, 0);
+    const fs::path exported = demo.till.root() / "till.ini";
+    ASSERT_EQ(demo.apply({"--export", exported.string()}).exitCode, 0);
+    const std::string text = readBytes(exported);
+    EXPECT_NE(text.find("\r\nAcquirer=AIB\r\n"), std::string::npos);
+    EXPECT_NE(text.find("\r\nWindowsFontSize="), std::string::npos);
+
+    const CommandResult replay = demo.apply({"--answers", exported.string(), "--json"});
+    ASSERT_EQ(replay.exitCode, 0) << replay.out;
+    EXPECT_FALSE(parsed(replay)["changed"].get<bool>());
+}
+
+TEST(ApplyCommand, TmsCallFollowsOnlyAFullyIntegratedRun) {
+    ApplyDemoTill demo;
+    const std::string script = "open C:\\Program Files\\Tessaly\\tmscall.vbs";
+    const std::string answers = demo.answers(kNewMerchant + "[run]\ntms=logs\n");
+
+    const json plan = parsed(demo.apply({"--answers", answers, "--plan", "--json"}));
+    EXPECT_EQ(plan["commands"].back(), script + " 2");
+    const json full = parsed(demo.apply({"--answers", answers, "--json", "--tms", "full"}));
+    EXPECT_EQ(full["tms"], "full");
+    EXPECT_EQ(full["commands"].back(), script + " 1");
+    const json none = parsed(demo.apply({"--answers", answers, "--json", "--tms", "none"}));
+    EXPECT_TRUE(none["commands"].empty());
+
+    const json semi = parsed(demo.apply(
+        {"--answers", demo.answers("[ccaddin]\nSemiIntegrated=2\n"), "--json", "--tms", "full"}));
+    EXPECT_EQ(semi["result"], "success");
+    for (const json& command : semi["commands"]) {
+        EXPECT_EQ(command.get<std::string>().find("open "), std::string::npos);
+    }
+}
+
+TEST(ApplyCommand, JsonDocumentKeepsItsShape) {
+    ApplyDemoTill demo;
+    const json run = parsed(demo.apply({"--answers", demo.answers(kNewMerchant), "--json"}));
+    const json refused =
+        parsed(demo.apply({"--answers", demo.answers("[ccaddin]\nRmsTill=9\n"), "--json"}));
+    for (const json& doc : {run, refused}) {
+        EXPECT_TRUE(doc["mode"].is_string());
+        EXPECT_TRUE(doc["result"].is_string());
+        EXPECT_TRUE(doc["exitCode"].is_number_integer());
+        EXPECT_TRUE(doc["changed"].is_boolean());
+        for (const char* list : {"problems", "progress", "registry", "ini", "files", "commands"}) {
+            EXPECT_TRUE(doc[list].is_array()) << list;
+        }
+    }
+    EXPECT_EQ(refused["result"], "refused");
+    EXPECT_FALSE(refused["changed"].get<bool>());
+    const json& write = run["registry"][0];
+    EXPECT_EQ(write["key"], "HKEY_LOCAL_MACHINE\\SOFTWARE\\Tessaly\\ccaddin\\");
+    for (const char* field : {"name", "old", "new", "changed"}) {
+        EXPECT_TRUE(write.contains(field)) << field;
+    }
+    const json& key = run["ini"][0];
+    for (const char* field : {"file", "section", "key", "old", "new", "changed"}) {
+        EXPECT_TRUE(key.contains(field)) << field;
+    }
+}
