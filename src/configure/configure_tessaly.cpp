@@ -129,6 +129,9 @@ std::int32_t TcOnfigureTessaly::Configure(TCcAddinRegistry& oInstalledSettings,
     } catch (const std::exception& fault) {
         strErrorMessage = "TConfigureTessaly.Configure() Failed - " + std::string(fault.what());
         return 1;
+    } catch (...) {
+        strErrorMessage = "TConfigureTessaly.Configure() Failed - unknown error";
+        return 1;
     }
 }
 

@@ -332,7 +332,7 @@ TEST(ConfigureTessaly, ARefusedConfirmationWriteStopsTheRunAndKeepsWhatWasDone) 
     EXPECT_EQ(registryValue(kHooks, "Count"), "1");
 }
 
-TEST(ConfigureTessaly, AMissingOrReadOnlyClientFileFailsTheRunWithTheWritersMessage) {
+TEST(ConfigureTessaly, ReadOnlyOrMissingPaymentClientFilesFailOnlyWhereTheRunReadsTheResult) {
     DemoTill readOnly;
     fs::permissions(readOnly.client("cxclientconfig.ini"),
                     fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,
@@ -344,6 +344,15 @@ TEST(ConfigureTessaly, AMissingOrReadOnlyClientFileFailsTheRunWithTheWritersMess
                   kFolder + "cxclientconfig.ini");
     EXPECT_EQ(readBytes(readOnly.client("cxclientconfig.ini")), demoFile("cxclientconfig.ini"));
     EXPECT_EQ(readBytes(readOnly.client("zontalkclient.ini")), demoFile("zontalkclient.ini"));
+
+    // The ZonTalk profiles' writes report only through results nobody reads: the run goes on.
+    DemoTill zontalk;
+    fs::permissions(zontalk.client("zontalkclient.ini"),
+                    fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,
+                    fs::perm_options::remove);
+    EXPECT_EQ(zontalk.configure(), 0);
+    EXPECT_EQ(readBytes(zontalk.client("zontalkclient.ini")), demoFile("zontalkclient.ini"));
+    EXPECT_EQ(registryValue(kHooks, "Count"), "3");
 
     // A program folder that is not there: nothing is made in its place.
     DemoTill missing;
