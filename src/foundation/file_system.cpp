@@ -32,6 +32,46 @@ std::string describe(const std::exception& error) {
     return error.what();
 }
 
+#ifdef _WIN32
+// libstdc++ before GCC 13 takes any two files of one Windows drive for the same file (it compares
+// inode numbers, which Windows does not have) and refuses every existing target. A copy made
+// beside the target and renamed over it replaces the target just as well, even when both name
+// the same file.
+void copyOver(const fs::path& from, const fs::path& to) {
+    fs::path fresh = to;
+    fresh += ".copying";
+    fs::remove(fresh);
+    fs::copy_file(from, fresh);
+    fs::rename(fresh, to);
+}
+
+void copyTree(const fs::path& from, const fs::path& to, bool overwrite) {
+    for (const auto& entry : fs::recursive_directory_iterator(from)) {
+        const fs::path target = to / fs::relative(entry.path(), from);
+        if (entry.is_directory()) {
+            fs::create_directories(target);
+        } else if (!fs::exists(target)) {
+            fs::copy_file(entry.path(), target);
+        } else if (overwrite) {
+            copyOver(entry.path(), target);
+        } else {
+            throw fs::filesystem_error("cannot copy", entry.path(), target,
+                                       std::make_error_code(std::errc::file_exists));
+        }
+    }
+}
+#else
+void copyOver(const fs::path& from, const fs::path& to) {
+    fs::copy_file(from, to, fs::copy_options::overwrite_existing);
+}
+
+void copyTree(const fs::path& from, const fs::path& to, bool overwrite) {
+    fs::copy(from, to,
+             fs::copy_options::recursive |
+                 (overwrite ? fs::copy_options::overwrite_existing : fs::copy_options::none));
+}
+#endif
+
 // An empty Windows path would map to the working folder; Windows finds nothing there.
 fs::path host(const std::string& windowsPath) {
     if (windowsPath.empty()) {
@@ -202,9 +242,7 @@ bool FileSystem::CopyFolder(const std::string& source, const std::string& destin
         if (!fs::is_directory(to)) {
             fs::create_directory(to);
         }
-        fs::copy(from, to,
-                 fs::copy_options::recursive |
-                     (overwrite ? fs::copy_options::overwrite_existing : fs::copy_options::none));
+        copyTree(from, to, overwrite);
         return true;
     } catch (const std::exception& e) {
         fail("Error in FileSystem::CopyFolder - ", e);
@@ -259,7 +297,7 @@ void FileSystem::CopyFile(const std::string& source, const std::string& destinat
         if (fs::exists(to) && isReadOnly(to)) {
             fault("Permission denied");
         }
-        fs::copy_file(from, to, fs::copy_options::overwrite_existing);
+        copyOver(from, to);
         failed = false;
     } catch (const std::exception& e) {
         fail("CopyFile() Failed - ", e);

@@ -1,0 +1,81 @@
+// Directory searches, file times and attributes through the Windows file functions.
+#include "platform/platform.h"
+#include "platform/win32/win32_error.h"
+
+#include <stdexcept>
+#include <windows.h>
+
+namespace platform {
+
+namespace {
+
+// FILETIME counts 100-nanosecond steps from 1601-01-01 (UTC); the system clock counts from 1970.
+constexpr std::int64_t kFileTimeAtUnixEpoch = 116444736000000000;
+
+std::chrono::system_clock::time_point toTimePoint(const FILETIME& time) {
+    const std::int64_t ticks =
+        static_cast<std::int64_t>((std::uint64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime);
+    const std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>> sinceEpoch(
+        ticks - kFileTimeAtUnixEpoch);
+    return std::chrono::system_clock::time_point(
+        std::chrono::duration_cast<std::chrono::system_clock::duration>(sinceEpoch));
+}
+
+FoundFile describe(const WIN32_FIND_DATAA& data) {
+    FoundFile found;
+    found.name = data.cFileName;
+    found.isFolder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    found.size = found.isFolder ? 0 : (std::uint64_t{data.nFileSizeHigh} << 32) | data.nFileSizeLow;
+    found.lastWrite = toTimePoint(data.ftLastWriteTime);
+    return found;
+}
+
+bool isDotEntry(const char* name) {
+    const std::string text = name;
+    return text == "." || text == "..";
+}
+
+} // namespace
+
+std::vector<FoundFile> findFiles(const std::string& windowsPattern) {
+    std::vector<FoundFile> found;
+    WIN32_FIND_DATAA data{};
+    const HANDLE search = FindFirstFileA(windowsPattern.c_str(), &data);
+    if (search == INVALID_HANDLE_VALUE) {
+        return found;
+    }
+    do {
+        if (!isDotEntry(data.cFileName)) {
+            found.push_back(describe(data));
+        }
+    } while (FindNextFileA(search, &data) != FALSE);
+    FindClose(search);
+    return found;
+}
+
+FileTimes getFileTimes(const std::string& windowsPath) {
+    const HANDLE file =
+        CreateFileA(windowsPath.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        throw std::runtime_error("cannot open " + windowsPath + ": " +
+                                 win32::lastErrorDescription());
+    }
+    FILETIME creation{};
+    FILETIME lastAccess{};
+    FILETIME lastWrite{};
+    const BOOL read = GetFileTime(file, &creation, &lastAccess, &lastWrite);
+    const DWORD error = GetLastError();
+    CloseHandle(file);
+    if (!read) {
+        throw std::runtime_error("cannot read the times of " + windowsPath + ": " +
+                                 win32::errorDescription(error));
+    }
+    return FileTimes{toTimePoint(creation), toTimePoint(lastAccess), toTimePoint(lastWrite)};
+}
+
+bool setFileAttributes(const std::string& windowsPath, std::uint32_t attributes) {
+    return SetFileAttributesA(windowsPath.c_str(), attributes) != FALSE;
+}
+
+} // namespace platform

@@ -1,0 +1,65 @@
+// HKEY_LOCAL_MACHINE through the Windows registry functions. The card add-in and RMS Store
+// Operations are 32-bit programs, so every key is opened in the 32-bit view: on 64-bit Windows
+// our values land where they read them (SOFTWARE\WOW6432Node\... as a 64-bit program sees it).
+#include "platform/platform.h"
+
+#include <windows.h>
+
+namespace platform {
+
+namespace {
+
+// RegOpenKeyA asks for the most access the caller may have; the view flag is the only addition.
+constexpr REGSAM kAccess = MAXIMUM_ALLOWED | KEY_WOW64_32KEY;
+
+HKEY asHandle(RegKey key) {
+    return reinterpret_cast<HKEY>(key);
+}
+
+RegKey asKey(HKEY handle) {
+    return reinterpret_cast<RegKey>(handle);
+}
+
+} // namespace
+
+long regOpenKey(const std::string& subKey, RegKey& key) {
+    HKEY handle = nullptr;
+    const LONG status = RegOpenKeyExA(HKEY_LOCAL_MACHINE, subKey.c_str(), 0, kAccess, &handle);
+    key = status == ERROR_SUCCESS ? asKey(handle) : 0;
+    return status;
+}
+
+long regCreateKey(const std::string& subKey, RegKey& key) {
+    HKEY handle = nullptr;
+    const LONG status =
+        RegCreateKeyExA(HKEY_LOCAL_MACHINE, subKey.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
+                        kAccess, nullptr, &handle, nullptr);
+    key = status == ERROR_SUCCESS ? asKey(handle) : 0;
+    return status;
+}
+
+long regQueryValue(RegKey key, const std::string& valueName, std::uint32_t* type,
+                   unsigned char* data, std::uint32_t* size) {
+    DWORD storedType = 0;
+    DWORD length = size != nullptr ? *size : 0;
+    const LONG status = RegQueryValueExA(asHandle(key), valueName.c_str(), nullptr, &storedType,
+                                         data, size != nullptr ? &length : nullptr);
+    if (type != nullptr) {
+        *type = storedType;
+    }
+    if (size != nullptr) {
+        *size = length;
+    }
+    return status;
+}
+
+long regSetValue(RegKey key, const std::string& valueName, std::uint32_t type,
+                 const unsigned char* data, std::uint32_t size) {
+    return RegSetValueExA(asHandle(key), valueName.c_str(), 0, type, data, size);
+}
+
+long regCloseKey(RegKey key) {
+    return RegCloseKey(asHandle(key));
+}
+
+} // namespace platform
