@@ -204,7 +204,9 @@ TEST(FileSystemPatterns, DeletesOnlyFilesOlderThanTheDaysToKeep) {
     fs::last_write_time(till.plant("r/eight.rcpt", "x"), daysAgo(8, 23));
     fs::last_write_time(till.plant("r/old.txt", "x"), daysAgo(30, 0));
     fs::create_directories(till.driveC() / "r" / "folder.rcpt");
+#ifndef _WIN32 // libstdc++ cannot set a folder's times on Windows: there the folder stays new
     fs::last_write_time(till.driveC() / "r" / "folder.rcpt", daysAgo(30, 0));
+#endif
     FileSystem files;
 
     files.DeleteFilesInFolderByDay("c:\\r\\", "*.rcpt", 7);

@@ -1,5 +1,6 @@
 #include "foundation/registry.h"
 #include "support/temp_till.h"
+#include "support/wine.h"
 
 #include <fstream>
 #include <gtest/gtest.h>
@@ -35,7 +36,9 @@ TEST(Registry, StringValuesAreStoredWithoutTerminatorAndReadBackWhole) {
     TRegistry registry;
     registry.SaveRegistryValue(kKey, "Currency", "GBP \xA3");
     registry.SaveRegistryValue(kKey, "Empty", "");
-    EXPECT_EQ(storedLength(kKey, "Currency"), 5u);
+    // Wine reports a REG_SZ stored without its NUL one byte longer than it was written.
+    const std::uint32_t wineExtra = runningUnderWine() ? 1 : 0;
+    EXPECT_EQ(storedLength(kKey, "Currency"), 5u + wineExtra);
     EXPECT_EQ(storedLength(kKey, "Empty"), 0u);
 
     std::string value = "stale";
@@ -72,18 +75,26 @@ TEST(Registry, SavingNeverCreatesAKeyButCreateKeyAndSaveValueDoes) {
     TRegistry registry;
     registry.SaveRegistryValue(hook, "Caption", "Card");
     EXPECT_EQ(registry.strErrorMessage(), "Failed opening registry key");
+#ifndef _WIN32 // every Windows machine has SOFTWARE\Microsoft
     platform::RegKey key = 0;
     EXPECT_NE(platform::regOpenKey("SOFTWARE\\Microsoft", key), platform::kErrorSuccess);
+#endif
 
+    const std::uint32_t wineExtra = runningUnderWine() ? 1 : 0; // as above
     TRegistry creator;
     creator.CreateKeyAndSaveValue(hook, "Caption", "Card");
     creator.CreateKeyAndSaveValue(hook, "caption", "Card 2");
     EXPECT_EQ(creator.strErrorMessage(), "");
-    EXPECT_EQ(storedLength(hook, "Caption"), 6u);
-    creator.CreateKeyAndSaveValue("\\leading", "Caption", "x");
-    EXPECT_EQ(creator.strErrorMessage(), "Failed creating registry key");
+    EXPECT_EQ(storedLength(hook, "Caption"), 6u + wineExtra);
+    // Wine creates a key named with a leading "\" under HKEY_LOCAL_MACHINE; Windows refuses it.
+    if (!runningUnderWine()) {
+        creator.CreateKeyAndSaveValue("\\leading", "Caption", "x");
+        EXPECT_EQ(creator.strErrorMessage(), "Failed creating registry key");
+    }
 }
 
+// The Linux registry is a database file that can be damaged; Windows has no such file.
+#ifndef _WIN32
 TEST(Registry, ADamagedRegistryIsAFaultOfTheReadAndSilentForTheWrites) {
     TempTill till;
     std::ofstream(till.root() / "registry.db", std::ios::binary) << std::string(4096, 'X');
@@ -99,3 +110,4 @@ TEST(Registry, ADamagedRegistryIsAFaultOfTheReadAndSilentForTheWrites) {
     registry.CreateKeyAndSaveValue(kKey, "Port", "COM1");
     EXPECT_EQ(registry.strErrorMessage(), text);
 }
+#endif

@@ -8,6 +8,8 @@
 
 namespace fs = std::filesystem;
 
+// The Windows till is made and cleared in temp_till_windows.cpp.
+#ifndef _WIN32
 TempTill::TempTill() {
     std::random_device random;
     const fs::path base = fs::temp_directory_path();
@@ -21,7 +23,8 @@ TempTill::TempTill() {
     if (root_.empty()) {
         throw std::runtime_error("cannot make a temporary till folder");
     }
-    fs::create_directory(driveC());
+    driveC_ = root_ / "drive_c";
+    fs::create_directory(driveC_);
     if (const char* previous = std::getenv("PARVANE_ROOT")) {
         previousRoot_ = previous;
         hadPreviousRoot_ = true;
@@ -43,6 +46,8 @@ TempTill::~TempTill() {
     }
     fs::remove_all(root_, ignored);
 }
+
+#endif
 
 fs::path TempTill::plant(const std::string& relativeHostPath, const std::string& bytes) {
     const fs::path file = driveC() / relativeHostPath;

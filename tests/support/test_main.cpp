@@ -6,8 +6,13 @@
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv) {
+#ifdef _WIN32
+    _putenv_s("TZ", "UTC");
+    _tzset();
+#else
     setenv("TZ", "UTC", 1);
     tzset();
+#endif
     std::setlocale(LC_ALL, "C");
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
