@@ -1,0 +1,82 @@
+#include "fault_till.h"
+
+#include "foundation/registry.h"
+#include "platform/posix/ini_document.h"
+#include "settings/settings_table.h"
+
+#include <cstdlib>
+#include <stdexcept>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+const std::string kProgramFolder = "C:\\Program Files\\Tessaly\\";
+
+namespace {
+
+const fs::path kRepository = fs::path(__FILE__).parent_path().parent_path().parent_path();
+
+class DemoTemplate {
+public:
+    DemoTemplate() {
+        folder_ = fs::temp_directory_path() / ("parvane-faults-demo-" + std::to_string(::getpid()));
+        fs::remove_all(folder_);
+        std::string command;
+#ifdef PARVANE_REGEDIT
+        command = "PARVANE_REGEDIT='" PARVANE_REGEDIT "' ";
+#endif
+        command += "'" + (kRepository / "scripts" / "demo-till").string() + "' '" +
+                   folder_.string() + "' >/dev/null";
+        if (std::system(command.c_str()) != 0) {
+            throw std::runtime_error("scripts/demo-till failed");
+        }
+    }
+    ~DemoTemplate() {
+        std::error_code ignored;
+        fs::remove_all(folder_, ignored);
+    }
+    fs::path folder_;
+};
+
+} // namespace
+
+const fs::path& demoTemplate() {
+    static DemoTemplate demo;
+    return demo.folder_;
+}
+
+void copyDemoInto(const TempTill& till) {
+    for (const auto& entry : fs::directory_iterator(till.root())) {
+        fs::remove_all(entry.path());
+    }
+    fs::copy(demoTemplate(), till.root(), fs::copy_options::recursive);
+}
+
+IniValues iniValues(const fs::path& file) {
+    const platform::posix::IniDocument document(readBytes(file));
+    IniValues values;
+    for (const std::string& section : document.sectionNames()) {
+        for (const std::string& key : document.keyNames(section)) {
+            values.emplace(std::make_pair(section, key),
+                           document.value(section, key).value_or("<none>"));
+        }
+    }
+    return values;
+}
+
+std::map<std::string, std::string> storedSettings() {
+    std::map<std::string, std::string> values;
+    TRegistry registry;
+    for (const SettingDescriptor& descriptor : settingsTable()) {
+        std::string value;
+        const std::string name(descriptor.valueName);
+        values[name] = registry.GetRegistryValue(std::string(kCcAddinKeyPath), name, value) == 0
+                           ? value
+                           : "<missing>";
+    }
+    return values;
+}
+
+fs::path clientFile(const TempTill& till, const std::string& name) {
+    return till.driveC() / "Program Files" / "Tessaly" / name;
+}
