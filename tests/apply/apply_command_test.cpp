@@ -93,7 +93,7 @@ TEST(ApplyCommand, TextReportShowsProgressAndMarksEachWrite) {
         std::string::npos);
     // A plan lists only the registry values that would change, but every INI key and command.
     const CommandResult plan = demo.apply({"--answers", demo.answers(kNewMerchant), "--plan"});
-    EXPECT_EQ(plan.out.find("unchanged\n", plan.out.find("INI keys")) == std::string::npos, false);
+    EXPECT_NE(plan.out.find("unchanged\n", plan.out.find("INI keys")), std::string::npos);
     EXPECT_EQ(plan.out.find("ccaddin\\ConfigFileName"), std::string::npos);
     EXPECT_NE(plan.out.find("The run would change nothing."), std::string::npos);
 }
