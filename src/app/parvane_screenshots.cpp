@@ -1,14 +1,22 @@
 // Renders every page of the wizard, the printer serial dialog and the TMS dialog to PNG files,
 // without a display: parvane-screenshots DIR [PROGRAM-FOLDER].
+//
+// Given the payment client's folder of a demo till with a VeriFone SC5000, the progress page and
+// the TMS dialog are taken from a real run: a new chip and PIN port makes the run reconfigure the
+// device manager, and the page is captured during its ten-second pause. Use a throwaway till.
 #include "ui/frm_pt_serial_config.h"
 #include "ui/frm_tessaly_config.h"
 #include "ui/frm_tms.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QLabel>
+#include <QMessageBox>
 #include <QProgressBar>
+#include <QPushButton>
+#include <QTimer>
 #include <cstdio>
 
 namespace {
@@ -18,6 +26,44 @@ bool save(QWidget& widget, const QString& file) {
     const bool saved = widget.grab().save(file, "PNG");
     std::printf("%s %s\n", saved ? "wrote" : "FAILED", qPrintable(file));
     return saved;
+}
+
+// Captures the TMS dialog when it comes up and cancels it, so no call is started; a message
+// box is reported and closed.
+void answerModals(const QDir& dir, bool& tmsSaved) {
+    auto* poll = new QTimer;
+    QObject::connect(poll, &QTimer::timeout, poll, [dir, &tmsSaved] {
+        QWidget* window = QApplication::activeModalWidget();
+        if (window == nullptr) {
+            return;
+        }
+        if (window->objectName() == "frmTms") {
+            tmsSaved = save(*window, dir.filePath("tms-call.png"));
+        } else if (auto* box = qobject_cast<QMessageBox*>(window)) {
+            std::printf("message: %s\n", qPrintable(box->text()));
+        }
+        window->close();
+    });
+    poll->start(50);
+}
+
+// False when the folder holds no SC5000 till to run on.
+bool captureRealRun(frmTessalyConfig& form, const QDir& dir, bool& tmsSaved) {
+    auto* device = form.findChild<QComboBox*>("cboDevice");
+    auto* port = form.findChild<QComboBox*>("cboPort");
+    auto* finish = form.findChild<QPushButton*>("cmdfInish");
+    if (device->currentText() != "VeriFone SC5000") {
+        return false;
+    }
+    port->setCurrentIndex(port->currentIndex() == 2 ? 3 : 2);
+    if (!finish->isEnabled()) {
+        return false;
+    }
+    bool pageSaved = false;
+    QTimer::singleShot(3500, &form, [&] { pageSaved = save(form, dir.filePath("page-6.png")); });
+    answerModals(dir, tmsSaved);
+    finish->click();
+    return pageSaved;
 }
 } // namespace
 
@@ -39,15 +85,20 @@ int main(int argc, char** argv) {
         form.ShowPage(page);
         ok = save(form, dir.filePath(QString("page-%1.png").arg(page))) && ok;
     }
-    // The progress page as it stands during the device-manager pause of a run.
-    form.ShowPage(6);
-    frmTessalyConfig::SetProgress(form.findChild<QProgressBar*>("ProgressBar1"), 0, 100, 2, 8);
-    form.findChild<QLabel*>("capstatus")->setText("Configuring Quenmar database");
-    ok = save(form, dir.filePath("page-6.png")) && ok;
-
     frmPTSerialConfig serial;
     ok = save(serial, dir.filePath("printer-settings.png")) && ok;
-    frmTms tms;
-    ok = save(tms, dir.filePath("tms-call.png")) && ok;
+
+    bool tmsSaved = false;
+    if (!captureRealRun(form, dir, tmsSaved)) {
+        std::printf("no SC5000 demo till: the progress page is shown as it stands mid-run\n");
+        form.ShowPage(6);
+        frmTessalyConfig::SetProgress(form.findChild<QProgressBar*>("ProgressBar1"), 0, 100, 2, 8);
+        form.findChild<QLabel*>("capstatus")->setText("Configuring Quenmar database");
+        ok = save(form, dir.filePath("page-6.png")) && ok;
+    }
+    if (!tmsSaved) {
+        frmTms tms;
+        ok = save(tms, dir.filePath("tms-call.png")) && ok;
+    }
     return ok ? 0 : 1;
 }

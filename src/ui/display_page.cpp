@@ -42,17 +42,21 @@ DisplayPage::DisplayPage()
       txtLeft(makeNumber("txtLeft")), txtTop(makeNumber("txtTop")),
       chkAlwaysOnTop(makeCheck("chkAlwaysOnTop", "&Always on top of the till's screens")),
       chkDisplayOndrelLogo(makeCheck("chkDisplayOndrelLogo", "Display the Ondrel &logo")) {
+    // Wide enough for the longest entries, so no choice is shown cut off.
+    for (QComboBox* choice : {cboDisplaySize, cboPosition}) {
+        choice->setMinimumContentsLength(34);
+    }
     auto* grid = new QGridLayout;
     addRow(grid, 0, "Display &size", cboDisplaySize);
     addRow(grid, 1, "&Width", cboWidth);
-    addRow(grid, 1, "Width (t&wips)", txtWidth, 2);
+    addRow(grid, 1, "t&wips", txtWidth, 2);
     addRow(grid, 2, "&Height", cboHeight);
-    addRow(grid, 2, "Height (tw&ips)", txtHeight, 2);
+    addRow(grid, 2, "tw&ips", txtHeight, 2);
     addRow(grid, 3, "Start-up &position", cboPosition);
     addRow(grid, 4, "L&eft (twips)", txtLeft);
-    addRow(grid, 4, "&Top (twips)", txtTop, 2);
-    grid->addWidget(chkAlwaysOnTop, 5, 1, 1, 3);
-    grid->addWidget(chkDisplayOndrelLogo, 6, 1, 1, 3);
+    addRow(grid, 5, "&Top (twips)", txtTop);
+    grid->addWidget(chkAlwaysOnTop, 6, 1, 1, 3);
+    grid->addWidget(chkDisplayOndrelLogo, 7, 1, 1, 3);
     grid->setColumnStretch(4, 1);
     body()->addLayout(grid);
     body()->addStretch();
