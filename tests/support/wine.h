@@ -3,4 +3,10 @@
 // checks what can be checked there; on Linux and on Windows this is always false.
 #pragma once
 
+#include <string>
+
 bool runningUnderWine();
+
+// Every value of a profile file as "[section] key=value" lines, read through the profile-string
+// functions: what two files hold when their layout cannot be compared byte for byte.
+std::string profileValues(const std::string& windowsFile);

@@ -1,8 +1,8 @@
-// Hidden processes, waits and shell opens through the Windows functions.
+// Hidden processes, waits and shell opens through the Windows functions (<windows.h> brings
+// ShellExecuteA in).
 #include "platform/platform.h"
 #include "platform/win32/win32_error.h"
 
-#include <shellapi.h>
 #include <stdexcept>
 #include <windows.h>
 
