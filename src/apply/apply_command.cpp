@@ -4,6 +4,7 @@
 #include "apply/answer_export.h"
 #include "apply/apply_report.h"
 #include "foundation/clock.h"
+#include "platform/cp1252.h"
 #include "platform/platform.h"
 
 #include <filesystem>
@@ -196,7 +197,7 @@ private:
         const std::string text = reportText(report_);
         out_ << (options_.json ? reportJson(report_) : text);
         if (exit == ApplyExit::RunFailed) {
-            err_ << report_.outcome->errorMessage << "\n" << kRunFailedLine << "\n";
+            err_ << cp1252::toUtf8(report_.outcome->errorMessage) << "\n" << kRunFailedLine << "\n";
         } else if (exit != ApplyExit::Success && options_.json) {
             err_ << text;
         }
