@@ -2,6 +2,8 @@
 
 #include "platform/cp1252.h"
 
+#include <algorithm>
+
 namespace platform::posix {
 namespace {
 
@@ -73,6 +75,9 @@ std::size_t IniDocument::firstLineStart() const {
 // LF, CRLF and a lone CR each end a line.
 void IniDocument::index() {
     lines_.clear();
+    // Sized once (a lone-CR file still grows it): growing it line by line moved every line
+    // already indexed, a large part of the cost of reading a long file.
+    lines_.reserve(static_cast<std::size_t>(std::count(bytes_.begin(), bytes_.end(), '\n')) + 1);
     std::size_t pos = firstLineStart();
     while (pos < bytes_.size()) {
         std::size_t end = pos;
