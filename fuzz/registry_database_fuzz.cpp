@@ -108,9 +108,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzzing::writeBytes(databaseFile(),
                         std::string_view(reinterpret_cast<const char*>(data), size));
 
-    // The settings store swallows every fault.
-    TCcAddinRegistry settings;
-    settings.ReadRegistry();
+    // The settings store swallows every fault. It opens the database once per setting, 89
+    // times, so it runs for one input in eight: the rest fuzz eight times as fast.
+    const bool wholeStore = size % 8 == 0;
+    if (wholeStore) {
+        TCcAddinRegistry settings;
+        settings.ReadRegistry();
+    }
     const std::string before = fuzzing::readBytes(databaseFile());
 
     platform::RegKey key = 0;
@@ -122,7 +126,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     });
     fuzzing::check(fuzzing::readBytes(databaseFile()) == before, "reading changed the database");
     writeAndReadBack();
-    settings.WriteRegistry(24);
+    if (wholeStore) {
+        TCcAddinRegistry settings;
+        settings.WriteRegistry(24);
+    }
     removeDatabase();
     return 0;
 }
