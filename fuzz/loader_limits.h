@@ -1,5 +1,6 @@
 // The loaders read keys "1" to "Count" one file read each, as the till always has; a fuzzed
 // count of two billion is a correct but endless run, so the targets leave such files alone.
+// A count that is not a number at all is loaded: that is the failure worth fuzzing.
 #pragma once
 
 #include "platform/platform.h"
@@ -10,9 +11,10 @@
 namespace fuzzing {
 
 inline bool countIsWorthLoading(const std::string& windowsFile) {
-    char buffer[64] = {};
+    char buffer[2048] = {}; // as much as the loaders read
     platform::getPrivateProfileString("GENERAL", "Count", "", buffer, sizeof buffer, windowsFile);
-    return std::strtoll(buffer, nullptr, 10) <= 300;
+    // Read as the loaders' strict conversion reads it: "55e4" is 550,000, not 55.
+    return std::strtod(buffer, nullptr) <= 300.5;
 }
 
 } // namespace fuzzing
