@@ -8,65 +8,35 @@
 #include <QPushButton>
 
 namespace {
-// Every setting of pages 2 to 5, stored with a value other than its default.
-const std::map<std::string, std::string> kPageSettings = {
-    {"SplitTender", "1"},
-    {"DecimalInSplitTender", "1"},
-    {"CashbackEnabled", "1"},
-    {"DecimalInCashback", "2"},
-    {"DccEnabled", "2"},
-    {"CustomerNotPresent", "1"},
-    {"ObscureCardNumber", "1"},
-    {"AutoAcceptOnPinVerification", "1"},
-    {"AutoAcceptTappedNoVerification", "1"},
-    {"OfflineModeEnabled", "1"},
-    {"E2EEEnabled", "1"},
-    {"DailyTmsCall", "1"},
-    {"AutoRunReport", "1"},
-    {"CloseBatch", "1"},
-    {"PrinterType", "1"},
-    {"OPOSPrinterDeviceName", "TM-T88"},
-    {"WindowsPrinterName", "Receipts \xE9t\xE9"},
-    {"WindowsPrinterFontName", "Courier"},
-    {"WindowsFontSize", "12"},
-    {"WindowsFontBold", "0"},
-    {"PrintNormalControl", "1B21"},
-    {"PrintBoldControl", "1B2108"},
-    {"LineFeedsBeforePaperCut", "5"},
-    {"AppendLineFeed", "1"},
-    {"RmsReceiptPrinterNo", "2"},
-    {"PrintReceipts", "7"},
-    {"CustomerReceiptFirstIfPinVerified", "1"},
-    {"CutPaperAfterMerchantCopy", "0"},
-    {"CutPaperAfterCustomerCopy", "0"},
-    {"PrintMerchantHeader", "0"},
-    {"PrintCustomerHeader", "0"},
-    {"RefundSigNoMerchantReceipt", "1"},
-    {"ReprintReceipt", "1"},
-    {"PromptTappedCustomerReceipt", "1"},
-    {"MerchantReceiptsAvailableToClients", "1"},
-    {"PrinterPort", "COM7"},
-    {"PrinterBaudRate", "19200"},
-    {"PrinterParity", "EVEN"},
-    {"PrinterDatabits", "7"},
-    {"PrinterStopbit", "2"},
-    {"PrinterFlowControl", "1"},
-    {"PrinterCutPaperSequence", "1D5600"},
-    {"ComPort", "COM9"},
-    {"ExternalSwipe", "1"},
-    {"IdlePrompt1", "WELCOME"},
-    {"IdlePrompt2", "INSERT CARD"},
-    {"TrackStartID", "25"},
-    {"TrackEndID", "3A"},
-    {"DisplayMode", "2"},
-    {"AddinWidth", "9000"},
-    {"AddinHeight", "0"},
-    {"StartupPosition", "5"},
-    {"LeftTwips", "120"},
-    {"TopTwips", "-40"},
-    {"AlwaysOnTop", "1"},
-    {"DisplayOndrelLogo", "1"},
-};
+// Every setting of pages 2 to 5, stored with a value other than its default: "name=value;".
+const char* const kPageSettingsText =
+    "SplitTender=1;DecimalInSplitTender=1;CashbackEnabled=1;DecimalInCashback=2;DccEnabled=2;"
+    "CustomerNotPresent=1;ObscureCardNumber=1;AutoAcceptOnPinVerification=1;"
+    "AutoAcceptTappedNoVerification=1;OfflineModeEnabled=1;E2EEEnabled=1;DailyTmsCall=1;"
+    "AutoRunReport=1;CloseBatch=1;PrinterType=1;OPOSPrinterDeviceName=TM-T88;"
+    "WindowsPrinterName=Receipts \xE9t\xE9;WindowsPrinterFontName=Courier;WindowsFontSize=12;"
+    "WindowsFontBold=0;PrintNormalControl=1B21;PrintBoldControl=1B2108;LineFeedsBeforePaperCut=5;"
+    "AppendLineFeed=1;RmsReceiptPrinterNo=2;PrintReceipts=7;CustomerReceiptFirstIfPinVerified=1;"
+    "CutPaperAfterMerchantCopy=0;CutPaperAfterCustomerCopy=0;PrintMerchantHeader=0;"
+    "PrintCustomerHeader=0;RefundSigNoMerchantReceipt=1;ReprintReceipt=1;"
+    "PromptTappedCustomerReceipt=1;MerchantReceiptsAvailableToClients=1;PrinterPort=COM7;"
+    "PrinterBaudRate=19200;PrinterParity=EVEN;PrinterDatabits=7;PrinterStopbit=2;"
+    "PrinterFlowControl=1;PrinterCutPaperSequence=1D5600;ComPort=COM9;ExternalSwipe=1;"
+    "IdlePrompt1=WELCOME;IdlePrompt2=INSERT CARD;TrackStartID=25;TrackEndID=3A;DisplayMode=2;"
+    "AddinWidth=9000;AddinHeight=0;StartupPosition=5;LeftTwips=120;TopTwips=-40;AlwaysOnTop=1;"
+    "DisplayOndrelLogo=1;";
+
+std::map<std::string, std::string> pageSettings() {
+    std::map<std::string, std::string> values;
+    std::string text = kPageSettingsText;
+    for (std::size_t start = 0, end; (end = text.find(';', start)) != std::string::npos;
+         start = end + 1) {
+        const std::size_t equals = text.find('=', start);
+        values[text.substr(start, equals - start)] = text.substr(equals + 1, end - equals - 1);
+    }
+    return values;
+}
+const std::map<std::string, std::string> kPageSettings = pageSettings();
 } // namespace
 
 TEST_F(WizardTest, PagesTwoToFiveKeepEveryInstalledSettingThroughLoadAndSave) {
