@@ -2,7 +2,7 @@
 // of keys from the new settings and leaves every other byte of the file as the client keeps it.
 #pragma once
 
-#include "configure/ini_key_writer.h"
+#include "foundation/ini_key_writer.h"
 #include "settings/ccaddin_registry.h"
 #include "settings/connection_info.h"
 

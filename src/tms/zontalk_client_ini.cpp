@@ -1,6 +1,6 @@
 #include "tms/zontalk_client_ini.h"
 
-#include "configure/ini_key_writer.h"
+#include "foundation/ini_key_writer.h"
 #include "foundation/tessaly_config.h"
 
 void WriteZontalkClientFolders(const std::string& folder) {

@@ -1,4 +1,4 @@
-#include "configure/ini_key_writer.h"
+#include "foundation/ini_key_writer.h"
 
 #include <stdexcept>
 
