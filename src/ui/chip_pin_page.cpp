@@ -1,5 +1,6 @@
 #include "ui/chip_pin_page.h"
 
+#include "configure/merchant_choices.h"
 #include "settings/ccaddin_registry.h"
 #include "ui/ui_text.h"
 
@@ -38,10 +39,7 @@ ChipPinPage::ChipPinPage()
 
 void ChipPinPage::fillLists() {
     cboPort->clear();
-    cboPort->addItem("");
-    for (int port = 1; port <= 255; ++port) {
-        cboPort->addItem(QString("COM%1").arg(port));
-    }
+    cboPort->addItems(qtList(merchant_choices::comPorts()));
     cboPort->setCurrentIndex(0);
     cboSwipe->setCurrentIndex(0);
 }

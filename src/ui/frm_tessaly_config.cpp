@@ -1,6 +1,7 @@
 #include "ui/frm_tessaly_config.h"
 
 #include "configure/configure_tessaly.h"
+#include "configure/merchant_choices.h"
 #include "foundation/event_pump.h"
 #include "platform/platform.h"
 #include "settings/ccaddin_registry.h"
@@ -192,24 +193,17 @@ void frmTessalyConfig::SaveSettings() {
     display_->save(*new_);
 }
 
-// The acquirer may be left empty only in the semi-integrated mode; the second look at device
-// and port can only confirm the first and is kept as the rule has always read.
+// The rule itself is shared with the unattended front end's answer check.
 void frmTessalyConfig::UpdateFinishButton() {
     try {
-        const QString mode = merchant_->cboConfigMode->currentText();
-        const QString acquirer = merchant_->cboAcquirer->currentText();
-        const QString currency = merchant_->cboCurrency->currentText();
-        const QString device = merchant_->cboDevice->currentText();
-        const QString port = chipPin_->cboPort->currentText();
-        const QString profile = merchant_->cboTessalyId->currentText();
-        const bool modeComplete =
-            mode == "Semi Integrated" || (mode == "Fully Integrated" && !acquirer.isEmpty());
-        if (!modeComplete || profile.isEmpty() || port.isEmpty() || device.isEmpty() ||
-            currency.isEmpty()) {
-            cmdfInish->setEnabled(false);
-            return;
-        }
-        cmdfInish->setEnabled(!device.isEmpty() && !port.isEmpty());
+        merchant_choices::FinishInputs inputs;
+        inputs.configMode = comboText(merchant_->cboConfigMode);
+        inputs.acquirer = comboText(merchant_->cboAcquirer);
+        inputs.currency = comboText(merchant_->cboCurrency);
+        inputs.device = comboText(merchant_->cboDevice);
+        inputs.port = comboText(chipPin_->cboPort);
+        inputs.tessalyId = comboText(merchant_->cboTessalyId);
+        cmdfInish->setEnabled(merchant_choices::finishAllowed(inputs));
     } catch (...) {
     }
 }

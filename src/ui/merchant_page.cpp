@@ -1,8 +1,7 @@
 #include "ui/merchant_page.h"
 
+#include "configure/merchant_choices.h"
 #include "settings/ccaddin_registry.h"
-#include "settings/connection_info.h"
-#include "settings/fuel_info.h"
 #include "ui/ui_text.h"
 
 #include <QComboBox>
@@ -11,15 +10,14 @@
 #include <QVBoxLayout>
 
 namespace {
-const QString kSemiIntegrated = "Semi Integrated";
-const QString kOnTerminal = "Transaction confirmation/receipt printing on terminal";
-const QString kOnTill = "Transaction confirmation/receipt printing on till";
-const QStringList kReceiptInfo{"No receipt information lookup",
-                               "Receipt information lookup after every transaction",
-                               "Receipt information lookup after dcc transaction"};
-const QStringList kEposTypes{"Till is a Microsoft Retail Management till (RMS V2)",
-                             "Till is a Microsoft Retail Management till (RMS V3)",
-                             "Till is not a Microsoft Retail Management till"};
+namespace choices = merchant_choices;
+
+const QString kFullyIntegrated = qtEntry(choices::kConfigModes[0]);
+const QString kSemiIntegrated = qtEntry(choices::kConfigModes[1]);
+const QString kOnTerminal = qtEntry(choices::kSemiIntegratedModes[0]);
+const QString kOnTill = qtEntry(choices::kSemiIntegratedModes[1]);
+const QStringList kReceiptInfo = qtList(choices::kReceiptInfoModes);
+const QStringList kEposTypes = qtList(choices::kEposTypes);
 
 void refill(QComboBox* box, const QStringList& entries) {
     box->clear();
@@ -81,21 +79,15 @@ MerchantPage::MerchantPage()
 }
 
 void MerchantPage::fillLists(const std::string& programFolder) {
-    refill(cboConfigMode, {"Fully Integrated", kSemiIntegrated});
-    refill(cboSemiIntegratedMode, {kOnTerminal, kOnTill});
+    refill(cboConfigMode, qtList(choices::kConfigModes));
+    refill(cboSemiIntegratedMode, qtList(choices::kSemiIntegratedModes));
     refill(cboReceiptInfo, kReceiptInfo);
-    refill(cboAcquirer, {"", "AIB", "Elavon", "Barclays", "Streamline", "Lloyds", "HSBC"});
-    refill(cboCurrency, {"", "EUR", "GBP"});
-
-    QStringList fuels{""};
-    TFuelInfo fuelInfo;
-    fuelInfo.ReadConfiguration(programFolder); // a failed read simply offers fewer names
-    for (std::int32_t i = 0; i < fuelInfo.lFuelInfoCount(); ++i) {
-        fuels << qtText(fuelInfo.GetFuelName(i));
-    }
-    refill(cboFuel, fuels);
-    refill(cboInstallType, {"LIVE", "TEST"});
-    refill(cboDevice, {"", "VeriFone SC5000", "VeriFone VX810", "VeriFone VX820"});
+    refill(cboAcquirer, qtList(choices::kAcquirers));
+    refill(cboCurrency, qtList(choices::kCurrencies));
+    // A fuel table that cannot be read simply offers fewer names.
+    refill(cboFuel, qtList(choices::fuelNames(programFolder)));
+    refill(cboInstallType, qtList(choices::kInstallTypes));
+    refill(cboDevice, qtList(choices::kDevices));
     refill(cboEposType, kEposTypes);
     txtCxMerchant->clear();
     txtCxClient->clear();
@@ -103,20 +95,8 @@ void MerchantPage::fillLists(const std::string& programFolder) {
 
 void MerchantPage::refillProfiles(const std::string& programFolder) {
     cboTessalyId->clear();
-    TConnectionInfo profiles;
-    bool failed = false;
-    profiles.ReadConfiguration(programFolder, failed);
-    if (failed) {
-        return;
-    }
     const bool test = cboInstallType->currentText() == "TEST";
-    for (std::int32_t i = 0; i < profiles.lConnectionCount(); ++i) {
-        if (profiles.IsTestMode(i) == test) {
-            std::string name;
-            profiles.GetName(i, name);
-            cboTessalyId->addItem(qtText(name));
-        }
-    }
+    cboTessalyId->addItems(qtList(choices::profileNames(programFolder, test)));
     // Adding the first entry has already selected it; this runs the handler once more so that a
     // refill is always followed by the profile list's own handler.
     if (cboTessalyId->count() > 0) {
@@ -126,7 +106,7 @@ void MerchantPage::refillProfiles(const std::string& programFolder) {
 
 void MerchantPage::load(const TCcAddinRegistry& settings) {
     const std::int32_t mode = settings.lOperatingMode;
-    chooseText(cboConfigMode, mode == 0 ? "Fully Integrated" : kSemiIntegrated);
+    chooseText(cboConfigMode, mode == 0 ? kFullyIntegrated : kSemiIntegrated);
     if (mode != 0) {
         chooseText(cboSemiIntegratedMode, mode == 1 ? kOnTerminal : kOnTill);
     }
@@ -139,8 +119,11 @@ void MerchantPage::load(const TCcAddinRegistry& settings) {
     chooseText(cboInstallType, settings.bTestMode ? "TEST" : "LIVE");
     chooseText(cboTessalyId, qtText(settings.strTessalyID));
     chooseText(cboDevice, qtText(settings.strChipDeviceName));
-    const std::int32_t till = settings.lTillType;
-    chooseText(cboEposType, kEposTypes[till == 1 ? 0 : till == 2 ? 1 : 2]);
+    for (std::size_t entry = 0; entry < choices::kEposTypes.size(); ++entry) {
+        if (choices::eposTillType(entry) == settings.lTillType) {
+            chooseText(cboEposType, kEposTypes[static_cast<qsizetype>(entry)]);
+        }
+    }
     txtCxMerchant->setText(qtText(settings.strCorvixMerchantId));
     txtCxClient->setText(qtText(settings.strCorvixClientId));
 }
@@ -161,7 +144,7 @@ void MerchantPage::save(TCcAddinRegistry& settings) const {
     settings.strTessalyID = comboText(cboTessalyId);
     settings.strChipDeviceName = comboText(cboDevice);
     const auto epos = kEposTypes.indexOf(cboEposType->currentText());
-    settings.lTillType = epos == 0 ? 1 : epos == 1 ? 2 : 0;
+    settings.lTillType = choices::eposTillType(static_cast<std::size_t>(epos));
     settings.strCorvixMerchantId = tillText(txtCxMerchant->text());
     settings.strCorvixClientId = tillText(txtCxClient->text());
 }

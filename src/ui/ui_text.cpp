@@ -20,6 +20,10 @@ QString qtText(const std::string& tillText) {
     return QString::fromStdString(cp1252::toUtf8(tillText));
 }
 
+QString qtEntry(std::string_view tillText) {
+    return qtText(std::string(tillText));
+}
+
 std::string tillText(const QString& text) {
     return cp1252::fromUtf8(text.toStdString());
 }

@@ -5,14 +5,26 @@
 #include "foundation/list_control.h"
 
 #include <QString>
+#include <QStringList>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 class QComboBox;
 class QWidget;
 
 QString qtText(const std::string& tillText);
 std::string tillText(const QString& text);
+QString qtEntry(std::string_view tillText);
+
+// A fixed or loaded list of the till's texts as the entries of a combo box.
+template <typename Entries> QStringList qtList(const Entries& entries) {
+    QStringList list;
+    for (const auto& entry : entries) {
+        list << qtEntry(entry);
+    }
+    return list;
+}
 
 // The combo box's current text in the till's code page.
 std::string comboText(const QComboBox* box);
