@@ -216,3 +216,31 @@ TEST(Registry, ADatabaseLockedByAnotherWriterIsReportedAfterAShortWait) {
     sqlite3_close(other);
     EXPECT_EQ(readBytes(file), before);
 }
+
+// Connections are reused between keys; a file that another program replaced, by a rename or by
+// rewriting it in place, must still be the one read and judged.
+TEST(Registry, AReplacedDatabaseIsReadAfreshNotThroughAnEarlierConnection) {
+    TempTill till;
+    const fs::path file = till.root() / "registry.db";
+    store(Key("SOFTWARE\\Tessaly", true).handle, "Value", "first");
+    ASSERT_EQ(fetch(Key("SOFTWARE\\Tessaly", false).handle, "Value"), "first");
+
+    fs::copy_file(file, till.root() / "edited.db");
+    sqlite3* other = nullptr;
+    sqlite3_open((till.root() / "edited.db").c_str(), &other);
+    ASSERT_EQ(sqlite3_exec(other, "UPDATE reg_values SET data = CAST('second' AS BLOB)", nullptr,
+                           nullptr, nullptr),
+              SQLITE_OK);
+    sqlite3_close(other);
+    fs::rename(till.root() / "edited.db", file);
+    EXPECT_EQ(fetch(Key("SOFTWARE\\Tessaly", false).handle, "Value"), "second");
+
+    sqlite3_open((till.root() / "foreign.db").c_str(), &other);
+    sqlite3_exec(other, "CREATE TABLE reg_keys (id)", nullptr, nullptr, nullptr);
+    sqlite3_close(other);
+    const std::string foreign = readBytes(till.root() / "foreign.db");
+    std::ofstream(file, std::ios::binary | std::ios::trunc) << foreign;
+    const std::string what = describedFault("SOFTWARE\\Tessaly", false);
+    EXPECT_NE(what.find(" is not a registry database"), std::string::npos) << what;
+    EXPECT_EQ(readBytes(file), foreign);
+}

@@ -1,14 +1,16 @@
 // The registry functions of HKEY_LOCAL_MACHINE over the till's registry database. A key handle
-// is an entry in a process-wide table holding the key's id and its own database connection.
+// is an entry in a process-wide table holding the key's id and a database connection.
 #include "platform/platform.h"
 #include "platform/posix/registry_store.h"
 #include "platform/recorder.h"
 
 #include <cstring>
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <sys/stat.h>
 #include <vector>
 
 namespace platform {
@@ -17,7 +19,7 @@ namespace {
 using posix::RegistryStore;
 
 struct OpenKey {
-    std::unique_ptr<RegistryStore> store;
+    std::shared_ptr<RegistryStore> store;
     RegistryStore::KeyId id = RegistryStore::kHive;
     std::string path; // as the caller named it, for the recorder's reports
 };
@@ -49,6 +51,67 @@ private:
 HandleTable& handles() {
     static HandleTable table;
     return table;
+}
+
+// Opening a connection reads and checks the database's tables, which costs more than the lookups
+// themselves, and reading the settings opens a key for every value. So the last connection is
+// handed out again while the file is exactly as this process last left it (same file, size and
+// modification time). Anything another program did to the file since, a write or a replacement,
+// gets a fresh connection and a fresh check, so a damaged or foreign file is still described.
+class Connections {
+public:
+    std::shared_ptr<RegistryStore> open(RegistryStore::Mode mode) {
+        std::lock_guard lock(mutex_);
+        const std::filesystem::path file = posix::registryFile();
+        if (last_ && lastFile_ == file && fingerprint(file) == lastPrint_) {
+            return last_;
+        }
+        last_.reset();
+        std::shared_ptr<RegistryStore> store = RegistryStore::open(file, mode);
+        if (store) {
+            last_ = store;
+            lastFile_ = file;
+            lastPrint_ = fingerprint(file);
+        }
+        return store;
+    }
+
+    // After this process has used the connection, the file as it now is counts as seen.
+    void seen(const std::shared_ptr<RegistryStore>& store) {
+        std::lock_guard lock(mutex_);
+        if (store == last_) {
+            lastPrint_ = fingerprint(lastFile_);
+        }
+    }
+
+private:
+    struct Fingerprint {
+        dev_t device = 0;
+        ino_t inode = 0;
+        off_t size = -1;
+        long long modifiedNs = -1;
+        bool operator==(const Fingerprint&) const = default;
+    };
+
+    // No fingerprint (size -1) for a file that is missing or empty: those always go the long way.
+    static Fingerprint fingerprint(const std::filesystem::path& file) {
+        struct stat info {};
+        if (::stat(file.c_str(), &info) != 0 || info.st_size == 0) {
+            return {};
+        }
+        return {info.st_dev, info.st_ino, info.st_size,
+                info.st_mtim.tv_sec * 1'000'000'000LL + info.st_mtim.tv_nsec};
+    }
+
+    std::mutex mutex_;
+    std::shared_ptr<RegistryStore> last_;
+    std::filesystem::path lastFile_;
+    Fingerprint lastPrint_;
+};
+
+Connections& connections() {
+    static Connections cache;
+    return cache;
 }
 
 // The ANSI functions see a C string: whatever follows a NUL is not part of the name.
@@ -90,17 +153,20 @@ long openKey(const std::string& subKey, RegistryStore::Mode mode, RegKey& key) {
     if (!components) {
         return kErrorBadPathname;
     }
-    auto store = RegistryStore::open(posix::registryFile(), mode);
+    const std::shared_ptr<RegistryStore> store = connections().open(mode);
     if (!store) {
         return kErrorFileNotFound;
     }
     const auto id = mode == RegistryStore::Mode::createMissing
                         ? std::optional(store->createKey(*components))
                         : store->findKey(*components);
+    if (mode == RegistryStore::Mode::createMissing) {
+        connections().seen(store);
+    }
     if (!id) {
         return kErrorFileNotFound;
     }
-    key = handles().add(OpenKey{std::move(store), *id, asCString(subKey)});
+    key = handles().add(OpenKey{store, *id, asCString(subKey)});
     return kErrorSuccess;
 }
 
@@ -165,6 +231,7 @@ long regSetValue(RegKey key, const std::string& valueName, std::uint32_t type,
         }
     }
     open->store->writeValue(open->id, asCString(valueName), type, bytes);
+    connections().seen(open->store);
     if (recorder != nullptr) {
         recorder->registryValueSet(open->path, asCString(valueName), before, bytes);
     }

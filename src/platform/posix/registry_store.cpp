@@ -88,16 +88,17 @@ bool noRegistryYet(const fs::path& file) {
 
 } // namespace
 
-// One prepared statement, finalised on every path so that no read lock outlives its call.
+// One use of a prepared statement. Parsing the SQL is most of the cost of a lookup, so each
+// text is prepared once per connection and kept; a use resets it on every path, which ends the
+// statement, so that no read lock outlives its call.
 class RegistryStore::Statement {
 public:
-    Statement(const RegistryStore& store, const char* sql) : store_(store) {
-        const int rc = sqlite3_prepare_v2(store.db_, sql, -1, &stmt_, nullptr);
-        if (rc != SQLITE_OK) {
-            store.fail(rc);
-        }
+    Statement(const RegistryStore& store, const char* sql)
+        : store_(store), stmt_(store.prepared(sql)) {}
+    ~Statement() {
+        sqlite3_reset(stmt_);
+        sqlite3_clear_bindings(stmt_);
     }
-    ~Statement() { sqlite3_finalize(stmt_); }
     Statement(const Statement&) = delete;
     Statement& operator=(const Statement&) = delete;
 
@@ -166,6 +167,27 @@ private:
     bool committed_ = false;
 };
 
+// The lookups of one key path under a single read lock: each statement on its own would take and
+// drop the lock, and check the file for a hot journal, again.
+class RegistryStore::ReadTransaction {
+public:
+    explicit ReadTransaction(RegistryStore& store) : store_(store) {
+        Statement(store_, "BEGIN DEFERRED").step();
+    }
+    ~ReadTransaction() {
+        if (sqlite3_get_autocommit(store_.db_) == 0) {
+            sqlite3_exec(store_.db_, "ROLLBACK", nullptr, nullptr, nullptr);
+        }
+    }
+    ReadTransaction(const ReadTransaction&) = delete;
+    ReadTransaction& operator=(const ReadTransaction&) = delete;
+
+    void end() { Statement(store_, "COMMIT").step(); }
+
+private:
+    RegistryStore& store_;
+};
+
 fs::path registryFile() {
     return tillRoot() / "registry.db";
 }
@@ -197,7 +219,25 @@ RegistryStore::RegistryStore(const fs::path& file) : file_(file.string()) {
 }
 
 RegistryStore::~RegistryStore() {
+    for (const auto& [sql, stmt] : statements_) {
+        sqlite3_finalize(stmt);
+    }
     sqlite3_close_v2(db_);
+}
+
+// Keyed by the text's address: every statement is a literal of this file, used one at a time.
+sqlite3_stmt* RegistryStore::prepared(const char* sql) const {
+    if (const auto it = statements_.find(sql); it != statements_.end()) {
+        return it->second;
+    }
+    sqlite3_stmt* stmt = nullptr;
+    const int rc = sqlite3_prepare_v3(db_, sql, -1, SQLITE_PREPARE_PERSISTENT, &stmt, nullptr);
+    if (rc != SQLITE_OK) {
+        sqlite3_finalize(stmt);
+        fail(rc);
+    }
+    statements_.emplace(sql, stmt);
+    return stmt;
 }
 
 std::string RegistryStore::faultMessage(int resultCode) const {
@@ -248,14 +288,17 @@ std::optional<RegistryStore::KeyId> RegistryStore::childKey(KeyId parent, const 
 
 std::optional<RegistryStore::KeyId>
 RegistryStore::findKey(const std::vector<std::string>& components) {
+    ReadTransaction transaction(*this);
     KeyId key = kHive;
     for (const std::string& name : components) {
         const auto child = childKey(key, name);
         if (!child) {
+            transaction.end();
             return std::nullopt;
         }
         key = *child;
     }
+    transaction.end();
     return key;
 }
 

@@ -13,6 +13,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -20,6 +21,7 @@
 #include <vector>
 
 struct sqlite3;
+struct sqlite3_stmt;
 
 namespace platform::posix {
 
@@ -66,11 +68,14 @@ private:
 
     class Statement;
     class Transaction;
+    class ReadTransaction;
+    sqlite3_stmt* prepared(const char* sql) const;
     std::string faultMessage(int resultCode) const;
     [[noreturn]] void fail(int resultCode) const;
 
     std::string file_;
     sqlite3* db_ = nullptr;
+    mutable std::map<const char*, sqlite3_stmt*> statements_;
 };
 
 // <till root>/registry.db.
