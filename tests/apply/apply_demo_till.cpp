@@ -1,6 +1,7 @@
 #include "apply_demo_till.h"
 
 #include "apply/apply_command.h"
+#include "support/demo_till_template.h"
 
 #include <array>
 #include <cstdio>
@@ -14,40 +15,8 @@
 
 namespace fs = std::filesystem;
 
-namespace {
-
-class DemoTemplate {
-public:
-    static const fs::path& folder() {
-        static DemoTemplate demo;
-        return demo.folder_;
-    }
-
-private:
-    DemoTemplate() {
-        char name[] = "/tmp/parvane-apply-demo-XXXXXX";
-        if (::mkdtemp(name) == nullptr) {
-            throw std::runtime_error("cannot make a folder for the demo till");
-        }
-        folder_ = name;
-        const std::string command = "PARVANE_REGEDIT='" PARVANE_REGEDIT "' '" +
-                                    (kRepository / "scripts" / "demo-till").string() + "' '" +
-                                    folder_.string() + "' >/dev/null";
-        if (std::system(command.c_str()) != 0) {
-            throw std::runtime_error("scripts/demo-till failed");
-        }
-    }
-    ~DemoTemplate() {
-        std::error_code ignored;
-        fs::remove_all(folder_, ignored);
-    }
-    fs::path folder_;
-};
-
-} // namespace
-
 ApplyDemoTill::ApplyDemoTill() {
-    fs::copy(DemoTemplate::folder(), till.root(),
+    fs::copy(demoTillTemplate(), till.root(),
              fs::copy_options::recursive | fs::copy_options::overwrite_existing);
 }
 

@@ -9,7 +9,6 @@
 #include <string>
 #include <vector>
 
-inline const std::filesystem::path kRepository = PARVANE_SOURCE_DIR;
 inline const std::string kProgramFolder = "C:\\Program Files\\Tessaly\\";
 
 struct CommandResult {

@@ -1,5 +1,6 @@
 // parvane-apply as a fleet tool starts it: the built program, from the till's program folder.
 #include "apply_demo_till.h"
+#include "support/demo_till_template.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -50,7 +51,7 @@ TEST(ApplyProgram, AnsiblePlaybookReportsNoChangeTheSecondTime) {
     }
     ApplyDemoTill demo;
     installProgram(demo);
-    const fs::path example = kRepository / "examples" / "ansible";
+    const fs::path example = repositoryRoot() / "examples" / "ansible";
     const fs::path work = demo.till.root() / "ansible";
     fs::create_directories(work);
     const std::string command =

@@ -9,6 +9,7 @@
 #include "platform/platform.h"
 #include "settings/ccaddin_registry.h"
 #include "settings/settings_table.h"
+#include "support/demo_till_template.h"
 #include "support/fake_clock.h"
 #include "support/standin_tools.h"
 #include "support/temp_till.h"
@@ -50,39 +51,12 @@ extern "C" int rename(const char* from, const char* to) noexcept {
 
 namespace {
 
-const fs::path kRepository = fs::path(__FILE__).parent_path().parent_path().parent_path();
 const std::string kFolder = "C:\\Program Files\\Tessaly\\";
 const std::string kHooks =
     "SOFTWARE\\Microsoft\\Retail Management System\\Store Operations\\Hooks\\";
 
-// scripts/demo-till run once per test program; each case gets its own copy of the result.
-class DemoTemplate {
-public:
-    static const fs::path& folder() {
-        static DemoTemplate demo;
-        return demo.folder_;
-    }
-
-private:
-    DemoTemplate() {
-        folder_ = fs::temp_directory_path() / ("parvane-demo-" + std::to_string(::getpid()));
-        fs::remove_all(folder_);
-        const std::string command = "PARVANE_REGEDIT='" PARVANE_REGEDIT "' '" +
-                                    (kRepository / "scripts" / "demo-till").string() + "' '" +
-                                    folder_.string() + "' >/dev/null";
-        if (std::system(command.c_str()) != 0) {
-            throw std::runtime_error("scripts/demo-till failed");
-        }
-    }
-    ~DemoTemplate() {
-        std::error_code ignored;
-        fs::remove_all(folder_, ignored);
-    }
-    fs::path folder_;
-};
-
 std::string demoFile(const std::string& name) {
-    return readBytes(kRepository / "demo" / "till" / "drive_c" / "Program Files" / "Tessaly" /
+    return readBytes(repositoryRoot() / "demo" / "till" / "drive_c" / "Program Files" / "Tessaly" /
                      name);
 }
 
@@ -133,7 +107,7 @@ struct DemoTill {
     TcOnfigureTessaly run;
 
     DemoTill() {
-        fs::copy(DemoTemplate::folder(), till.root(),
+        fs::copy(demoTillTemplate(), till.root(),
                  fs::copy_options::recursive | fs::copy_options::overwrite_existing);
         installed.ReadRegistry();
         chosen = installed;

@@ -3,6 +3,7 @@
 #include "foundation/registry.h"
 #include "platform/posix/ini_document.h"
 #include "settings/settings_table.h"
+#include "support/demo_till_template.h"
 
 #include <cstdlib>
 #include <stdexcept>
@@ -12,44 +13,11 @@ namespace fs = std::filesystem;
 
 const std::string kProgramFolder = "C:\\Program Files\\Tessaly\\";
 
-namespace {
-
-const fs::path kRepository = fs::path(__FILE__).parent_path().parent_path().parent_path();
-
-class DemoTemplate {
-public:
-    DemoTemplate() {
-        folder_ = fs::temp_directory_path() / ("parvane-faults-demo-" + std::to_string(::getpid()));
-        fs::remove_all(folder_);
-        std::string command;
-#ifdef PARVANE_REGEDIT
-        command = "PARVANE_REGEDIT='" PARVANE_REGEDIT "' ";
-#endif
-        command += "'" + (kRepository / "scripts" / "demo-till").string() + "' '" +
-                   folder_.string() + "' >/dev/null";
-        if (std::system(command.c_str()) != 0) {
-            throw std::runtime_error("scripts/demo-till failed");
-        }
-    }
-    ~DemoTemplate() {
-        std::error_code ignored;
-        fs::remove_all(folder_, ignored);
-    }
-    fs::path folder_;
-};
-
-} // namespace
-
-const fs::path& demoTemplate() {
-    static DemoTemplate demo;
-    return demo.folder_;
-}
-
 void copyDemoInto(const TempTill& till) {
     for (const auto& entry : fs::directory_iterator(till.root())) {
         fs::remove_all(entry.path());
     }
-    fs::copy(demoTemplate(), till.root(), fs::copy_options::recursive);
+    fs::copy(demoTillTemplate(), till.root(), fs::copy_options::recursive);
 }
 
 IniValues iniValues(const fs::path& file) {

@@ -11,9 +11,6 @@
 
 extern const std::string kProgramFolder; // the payment client's folder on the demo till
 
-// The demo till's folder, made on first use and removed when the program ends.
-const std::filesystem::path& demoTemplate();
-
 // Replaces everything in the till by a fresh copy of the demo till.
 void copyDemoInto(const TempTill& till);
 
