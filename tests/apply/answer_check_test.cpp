@@ -38,7 +38,6 @@ TEST(AnswerCheck, AcceptedValuesReachTheSettingsByTheirRegistryRules) {
                                   "PrinterStopbit=1.5\nFuelType=Allstar, Fleet\n"
                                   "SemiIntegrated=0\nDccEnabled=2\nWindowsPrinterName=\n");
     EXPECT_TRUE(checked.problems.empty()) << checked.messages();
-    EXPECT_EQ(checked.settings.strAcquirer, "AIB");
     EXPECT_EQ(checked.settings.strComPort, "COM255");
     EXPECT_FALSE(checked.settings.bAlwaysOnTop);
     EXPECT_EQ(checked.settings.lWindowsFontSize, -3);
