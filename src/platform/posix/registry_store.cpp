@@ -275,6 +275,22 @@ void RegistryStore::checkTables() {
             fail(rc);
         }
     }
+    checkIntegrity();
+}
+
+// SQLite notices a damaged page only when a statement reads it: an index that disagrees with its
+// table passes unnoticed, and a write through it "succeeds" while a read finds the old row. So
+// each new connection checks the whole file first; the registry is small, the check takes well
+// under a millisecond, and the connection then serves every key while the file stays as it was.
+void RegistryStore::checkIntegrity() {
+    Statement check(*this, "PRAGMA integrity_check(1)");
+    if (!check.step()) {
+        throw std::runtime_error(faultMessage(SQLITE_CORRUPT));
+    }
+    const std::string verdict = check.bytes(0);
+    if (verdict != "ok") {
+        throw std::runtime_error("registry database " + file_ + " is damaged: " + verdict);
+    }
 }
 
 std::optional<RegistryStore::KeyId> RegistryStore::childKey(KeyId parent, const std::string& name) {

@@ -64,6 +64,7 @@ private:
 
     void createTablesIfEmpty();
     void checkTables();
+    void checkIntegrity();
     std::optional<KeyId> childKey(KeyId parent, const std::string& name);
 
     class Statement;
