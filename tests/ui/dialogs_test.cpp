@@ -24,27 +24,23 @@ struct SerialDialog {
 } // namespace
 
 TEST_F(WizardTest, SerialDialogShowsOnlyUsableStoredValuesOverItsDefaults) {
-    printerSerial = {"COM0", 14400, "n", 9, 1.25, 7, "", false};
-    {
+    const char* const names[] = {"cboPort",    "cboBaudRate",    "cboParity",  "cboDatabits",
+                                 "cboStopbit", "cboFlowControl", "txtPaperCut"};
+    // Unusable values give the defaults (a stored n reads as NONE); a cut sequence that is no
+    // hex is shown as stored.
+    const std::pair<PrinterSerialParameters, std::vector<QString>> rows[] = {
+        {{"COM0", 14400, "n", 9, 1.25, 7, "", false},
+         {"LPT1", "9600", "NONE", "8", "1", "Hardware", "1B64040D0A1B690D0A"}},
+        {{"COM3", 19200, "EVEN", 7, 1.5, 1, "not hex", false},
+         {"COM3", "19200", "EVEN", "7", "1.5", "Xon/Xoff", "not hex"}}};
+    for (const auto& [stored, shown] : rows) {
+        printerSerial = stored;
         SerialDialog serial;
         EXPECT_EQ(serial.dialog.windowTitle(), "Printer Settings");
-        EXPECT_EQ(serial.text("cboPort"), "LPT1");
-        EXPECT_EQ(serial.text("cboBaudRate"), "9600");
-        EXPECT_EQ(serial.text("cboParity"), "NONE") << "a stored n reads as NONE";
-        EXPECT_EQ(serial.text("cboDatabits"), "8");
-        EXPECT_EQ(serial.text("cboStopbit"), "1");
-        EXPECT_EQ(serial.text("cboFlowControl"), "Hardware");
-        EXPECT_EQ(serial.text("txtPaperCut"), "1B64040D0A1B690D0A");
+        for (std::size_t i = 0; i < std::size(names); ++i) {
+            EXPECT_EQ(serial.text(names[i]).toStdString(), shown[i].toStdString()) << names[i];
+        }
     }
-    printerSerial = {"COM3", 19200, "EVEN", 7, 1.5, 1, "not hex", false};
-    SerialDialog serial;
-    EXPECT_EQ(serial.text("cboPort"), "COM3");
-    EXPECT_EQ(serial.text("cboBaudRate"), "19200");
-    EXPECT_EQ(serial.text("cboParity"), "EVEN");
-    EXPECT_EQ(serial.text("cboDatabits"), "7");
-    EXPECT_EQ(serial.text("cboStopbit"), "1.5");
-    EXPECT_EQ(serial.text("cboFlowControl"), "Xon/Xoff");
-    EXPECT_EQ(serial.text("txtPaperCut"), "not hex") << "shown as stored";
 }
 
 TEST_F(WizardTest, SerialDialogOkStoresWhatIsTypedAndCancelKeepsTheValues) {

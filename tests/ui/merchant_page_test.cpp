@@ -122,9 +122,6 @@ TEST_F(WizardTest, EposTypeSwitchesTheRmsPrinterNumberWithoutGreyingIt) {
     EXPECT_FALSE(printerNo->isEnabled());
     form_->SaveSettings();
     EXPECT_EQ(form_->newSettings()->lTillType, 0);
-    choose("cboEposType", kRmsV3);
-    form_->SaveSettings();
-    EXPECT_EQ(form_->newSettings()->lTillType, 2);
 }
 
 TEST_F(WizardTest, StoredMerchantSettingsAreShownAsLoaded) {

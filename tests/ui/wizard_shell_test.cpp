@@ -113,17 +113,14 @@ TEST_F(WizardTest, ProgressMovesOnlyWhileJobsAreCountedAndNotPastTheEnd) {
     QProgressBar bar;
     bar.setRange(0, 10);
     bar.setValue(7);
-    frmTessalyConfig::SetProgress(&bar, 0, 100, 3, 0);
-    EXPECT_EQ(bar.maximum(), 100);
-    EXPECT_EQ(bar.value(), 7) << "no jobs announced yet";
-    frmTessalyConfig::SetProgress(&bar, 0, 100, 2, 8);
-    EXPECT_EQ(bar.value(), 25);
-    frmTessalyConfig::SetProgress(&bar, 0, 100, 6, 8);
-    EXPECT_EQ(bar.value(), 75);
-    frmTessalyConfig::SetProgress(&bar, 0, 100, 5, 4);
-    EXPECT_EQ(bar.value(), 75) << "more done than announced";
-    frmTessalyConfig::SetProgress(&bar, 0, 100, 4, 4);
-    EXPECT_EQ(bar.value(), 100);
+    // {done, announced, shown}: nothing moves before jobs are announced or past the end.
+    for (const auto& [done, jobs, shown] :
+         {std::tuple{3, 0, 7}, std::tuple{2, 8, 25}, std::tuple{6, 8, 75}, std::tuple{5, 4, 75},
+          std::tuple{4, 4, 100}}) {
+        frmTessalyConfig::SetProgress(&bar, 0, 100, done, jobs);
+        EXPECT_EQ(bar.value(), shown) << done << " of " << jobs;
+        EXPECT_EQ(bar.maximum(), 100);
+    }
 }
 
 TEST_F(WizardTest, CloseEndsTheWizardWithoutSavingAnything) {
