@@ -95,8 +95,9 @@ void Logging::writeLine(const std::string& message, bool spellOut) {
             // name, so it names the folder itself and the open below fails.
             file = strLogPath + (spellOut ? strLogFile : strLogFileDirAndName);
         }
-        if (bArchiveLogFile) {
-            archiveLogFile();
+        // An oversized log that cannot be moved aside costs the line, not the caller's work.
+        if (bArchiveLogFile && !archiveLogFile()) {
+            return;
         }
         std::ofstream out(platform::hostPath(file), std::ios::binary | std::ios::app);
         if (!out.is_open()) {
@@ -112,24 +113,27 @@ void Logging::writeLine(const std::string& message, bool spellOut) {
     }
 }
 
-// Always works on folder and name, even when a full path is set.
-void Logging::archiveLogFile() {
+// Always works on folder and name, even when a full path is set. False only when an oversized
+// log could not be moved: a missing folder or an "old" folder that cannot be made just leaves
+// the log where it is.
+bool Logging::archiveLogFile() {
     FileSystem files;
     if (!files.FolderExists(strLogPath)) {
-        return;
+        return true;
     }
     const std::string oldFolder = strLogPath + "old\\";
     if (!files.FolderExists(oldFolder) && files.CreateFolder(oldFolder)) {
-        return;
+        return true;
     }
     const std::string logFile = strLogPath + strLogFile;
     if (files.GetFileSize(logFile) <= kArchiveLimit) {
-        return;
+        return true;
     }
     const DateTime now = localNow();
     bool failed = false;
     files.MoveFile(logFile, oldFolder + formatYmd(now) + "_" + formatHms(now) + "_" + strLogFile,
                    failed);
+    return !failed;
 }
 
 std::string Logging::obscureNumericStrings(const std::string& line) const {

@@ -31,7 +31,7 @@ public:
 
 private:
     void writeLine(const std::string& message, bool spellOut);
-    void archiveLogFile();
+    bool archiveLogFile();
     std::string obscureNumericStrings(const std::string& line) const;
     std::string buildMask(std::size_t digits) const;
 };

@@ -97,4 +97,13 @@ TEST(Logging, ALogOfMoreThanOneMebibyteMovesToTheArchiveBeforeTheNextLine) {
         till.driveC() / "tessaly" / "old" / "20250303_140509_TessalyConfig.log";
     EXPECT_EQ(fs::file_size(archived), 1048576 + line.size());
     EXPECT_EQ(readBytes(file), line);
+
+    // With a whole path set, the archiver still looks at folder and name; and an oversized log
+    // that cannot be moved (its archive name is taken in the same second) costs the line.
+    till.plant("tessaly/TessalyConfig.log", std::string(1048577, 'y'));
+    log.strLogFileDirAndName = "c:\\tessaly\\other.log";
+    log.Logit("lost");
+    EXPECT_EQ(fs::file_size(file), 1048577u);
+    EXPECT_FALSE(fs::exists(till.driveC() / "tessaly" / "other.log"));
+    EXPECT_EQ(fs::file_size(archived), 1048576 + line.size());
 }
