@@ -11,7 +11,7 @@ enum class Kind {
     Literal,
     AnyRun,       // "*": any run of characters
     RunToLastDot, // "*" before ".": any run that does not take the name's last dot
-    OneOrAtDot,   // "?": one character, or nothing at a dot or at the end of the name
+    OneOrAtDot,   // "?": one character but a dot; nothing at a dot or at the end of the name
     DotOrEnd,     // "." before "*", "?" or the pattern's end: a dot, or nothing at the end
 };
 
@@ -77,8 +77,10 @@ private:
         case Kind::RunToLastDot:
             return match(t + 1, n) || (!atEnd && n != lastDot_ && match(t, n + 1));
         case Kind::OneOrAtDot:
-            return (!atEnd && match(t + 1, n + 1)) ||
-                   ((atEnd || name_[n] == '.') && match(t + 1, n));
+            if (atEnd || name_[n] == '.') {
+                return match(t + 1, n);
+            }
+            return match(t + 1, n + 1);
         case Kind::DotOrEnd:
             return atEnd ? match(t + 1, n) : name_[n] == '.' && match(t + 1, n + 1);
         }

@@ -26,6 +26,7 @@ TEST(Wildcard, MatchesAsADirectorySearchDoes) {
         {"file?.txt", "file1.txt", true}, {"file?.txt", "file12.txt", false}, {"a?c", "ac", false},
         // Windows lets a "?" before a dot or at the end match nothing.
         {"file?.txt", "file.txt", true}, {"ab??", "ab", true},           {"", "x", false},
+        {"a?b", "a.b", false},
         // Case folds as Windows folds ANSI names.
         {"*.TXT", "Notes.txt", true},  {"\xE9t\xE9.*", "\xC9T\xC9.LOG", true}, {"e*", "\xE9", false},
     };
