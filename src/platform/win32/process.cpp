@@ -37,12 +37,14 @@ void waitForProcess(std::uint32_t processId) {
 std::intptr_t shellOpen(const std::string& windowsFile, const std::string& parameters) {
     const HINSTANCE result =
         ShellExecuteA(nullptr, "open", windowsFile.c_str(),
-                      parameters.empty() ? nullptr : parameters.c_str(), nullptr, SW_SHOWNORMAL);
+                      parameters.empty() ? nullptr : parameters.c_str(), nullptr, SW_HIDE);
     return reinterpret_cast<std::intptr_t>(result);
 }
 
 std::string computerName() {
-    char name[MAX_COMPUTERNAME_LENGTH + 1] = {};
+    // Room for 255 characters, as the installer has always asked with; the name is cut at its
+    // first NUL by the caller.
+    char name[255] = {};
     DWORD length = sizeof name;
     if (!GetComputerNameA(name, &length)) {
         return "";
