@@ -246,10 +246,7 @@ void TcOnfigureTessaly::UpdateZontalkClientIni(TCcAddinRegistry& settings, bool&
     failed = false;
     // The profile file's writes report only through their results, which the run has never
     // looked at: a file that refuses them does not fail the configuration.
-    try {
-        WriteZontalkClientFolders(settings.strConfigFileLocation);
-    } catch (const std::exception&) {
-    }
+    WriteZontalkClientFolders(settings.strConfigFileLocation);
 }
 
 void TcOnfigureTessaly::CreateRmsHooks(TCcAddinRegistry& settings, Logging& log, bool& failed) {

@@ -5,6 +5,5 @@
 #include <string>
 
 // Writes the keys to "zontalkclient.ini" in `folder` ("\" added when missing), in a fixed order;
-// every other byte of the file stays. Throws std::runtime_error naming the key, its section and
-// the file at the first key that cannot be written; the keys before it stay written.
+// every other byte of the file stays. A key the file refuses is skipped silently.
 void WriteZontalkClientFolders(const std::string& folder);
