@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <exception>
-#include <stdexcept>
 
 namespace {
 
@@ -62,15 +61,14 @@ std::vector<IniKey> quenmarKeys(const TCcAddinRegistry& settings) {
 
 std::vector<IniKey> connectionKeys(const TCcAddinRegistry& settings,
                                    const TConnectionInfo& profiles) {
+    // A name no profile has leaves the details as they start, empty addresses and port 0, and
+    // those are written: the client's installer has always done so, and the wizard offers only
+    // names from the profile file.
     std::string address1, address2, address3;
     std::int32_t port1 = 0, port2 = 0, port3 = 0;
     bool notFound = true;
     profiles.GetDetailsByName(settings.strTessalyID, address1, address2, address3, port1, port2,
                               port3, notFound);
-    if (notFound) {
-        throw std::runtime_error("no connection profile is named \"" + settings.strTessalyID +
-                                 "\"");
-    }
     const char* section = "TCPIP COMMUNICATIONS";
     return {
         {section, "IPAddress1", address1},           {section, "IPAddress2", address2},
@@ -108,6 +106,8 @@ void TUpDateCxClientCfg::writeKeys(TCcAddinRegistry& settings, bool& failed,
         failed = false;
     } catch (const std::exception& e) {
         strErrorMessage = std::string(errorPrefix) + e.what();
+    } catch (...) {
+        strErrorMessage = std::string(errorPrefix) + "unknown error";
     }
 }
 

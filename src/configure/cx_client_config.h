@@ -18,8 +18,8 @@ public:
     // only after the last key; a key that cannot be written stops the operation with
     // strErrorMessage set, and the keys written before it stay in the file.
 
-    // The addresses and ports of the connection profile named by strTessalyID. A name no
-    // profile has writes nothing: empty addresses would cut the till off from its servers.
+    // The addresses and ports of the connection profile named by strTessalyID (empty addresses
+    // and port 0 for a name no profile has).
     void SetConnectionInfo(TCcAddinRegistry& settings, const TConnectionInfo& profiles,
                            bool& failed);
     void UpdateQuenmarSection(TCcAddinRegistry& settings, bool& failed);

