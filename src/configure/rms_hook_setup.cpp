@@ -3,7 +3,6 @@
 #include "foundation/registry.h"
 #include "foundation/tessaly_string.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <string>
 
@@ -34,9 +33,9 @@ void addHook(const HookEntry& hook) {
         TRegistry registry;
         std::string text;
         registry.GetRegistryValue(kHooksKey, "Count", text);
-        // A count below zero names no entry; it is read as an empty list rather than building
-        // key names from a minus sign.
-        const std::int64_t count = std::max<std::int32_t>(TessalyString::StrToLong(text), 0);
+        // Taken as it reads: a damaged count below zero searches nothing and names its new entry
+        // with the minus sign ("00-3"), as the hooks have always been registered.
+        const std::int64_t count = TessalyString::StrToLong(text);
 
         std::int64_t target = count;
         for (std::int64_t entry = 0; entry < count; ++entry) {
