@@ -9,14 +9,14 @@ namespace {
 
 const char* const kSection = "GENERAL";
 
-// The fields of one record, or none when it does not split (a blank or malformed line).
+// The fields of one record. The codec's status is not looked at: a record that stops splitting
+// part-way (an unclosed quote in a late field) keeps the fields read before it, and the count
+// alone decides whether the line is long enough.
 RecordFields splitRecord(const std::string& record) {
     CSVRecord codec;
     RecordFields fields;
     std::int16_t count = 0;
-    if (codec.BreakOutFields(fields, count, record) != 0) {
-        return {};
-    }
+    codec.BreakOutFields(fields, count, record);
     fields.resize(static_cast<std::size_t>(count));
     return fields;
 }

@@ -36,9 +36,9 @@ TEST(ConnectionInfo, ReadsNumberedProfilesAndLooksThemUpByName) {
         loaded(till, "Count=6\r\n"
                      "1=1,Live One,10.0.0.1,10.0.0.2,10.0.0.3,9001,9002,9003\r\n"
                      "3=Y,\"Test, quoted\",a,b,c,80,443,x1\r\n"
-                     "4=1,Short,a,b,c,1,2\r\n"
+                     "4=1,Short,a,b,c,1,2,\"unclosed\r\n"
                      "5=01,Live One,d,e,f,4,5,6,extra,fields\r\n"
-                     "6=true,Sixth,g,h,i,7,8,9\r\n"
+                     "6=true,Sixth,g,h,i,7,8,9,\"unclosed\r\n"
                      "7=1,Beyond count,j,k,l,1,2,3\r\n");
     EXPECT_EQ(listing(info), ";Live One(test);Test, quoted;Live One;Sixth;;");
 
