@@ -9,9 +9,14 @@ std::function<void()>& pumpBody() {
 }
 } // namespace
 
-void pumpEvents() {
-    if (pumpBody()) {
-        pumpBody()();
+// A fault inside a window event belongs to the window, not to the file read or the run that let
+// the events in: it stops here, so no caller's trap has to know what a window can throw.
+void pumpEvents() noexcept {
+    try {
+        if (pumpBody()) {
+            pumpBody()();
+        }
+    } catch (...) {
     }
 }
 

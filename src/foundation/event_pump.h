@@ -4,7 +4,7 @@
 
 #include <functional>
 
-void pumpEvents();
+void pumpEvents() noexcept;
 
 // Installs the pump's body; an empty function restores the one that does nothing.
 void installEventPump(std::function<void()> body);
