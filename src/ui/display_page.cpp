@@ -47,9 +47,9 @@ DisplayPage::DisplayPage()
         choice->setMinimumContentsLength(34);
     }
     auto* grid = new QGridLayout;
-    addRow(grid, 0, "Display &size", cboDisplaySize);
+    addRow(grid, 0, "&Display size", cboDisplaySize);
     addRow(grid, 1, "&Width", cboWidth);
-    addRow(grid, 1, "t&wips", txtWidth, 2);
+    addRow(grid, 1, "twip&s", txtWidth, 2);
     addRow(grid, 2, "&Height", cboHeight);
     addRow(grid, 2, "tw&ips", txtHeight, 2);
     addRow(grid, 3, "Start-up &position", cboPosition);

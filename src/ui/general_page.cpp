@@ -15,7 +15,7 @@ GeneralPage::GeneralPage()
                                 "Card split tendering is controlled by Credit Card Add-in"})),
       chkDecimalInSplitTender(
           makeCheck("chkDecimalInSplitTender", "&Decimal point entered in split tender amounts")),
-      chkCashback(makeCheck("chkCashback", "Cash&back enabled")),
+      chkCashback(makeCheck("chkCashback", "Cashbac&k enabled")),
       cboCashBackEntry(
           makeCombo("cboCashBackEntry",
                     {"Enter amount (including cent/pence) and display decimal point",
@@ -25,13 +25,13 @@ GeneralPage::GeneralPage()
       cboDccOption(makeCombo("cboDccOption", {"Rate is offered on the Parvane front-end",
                                               "Rate is offered on the attached chip&pin device"})),
       chkCustomerNotPresent(
-          makeCheck("chkCustomerNotPresent", "Customer &not present (mail/phone order) allowed")),
+          makeCheck("chkCustomerNotPresent", "Customer not &present (mail/phone order) allowed")),
       chkObscureCardNumber(makeCheck("chkObscureCardNumber", "&Obscure card numbers")),
       chkAutoAcceptOnPinVerification(
           makeCheck("chkAutoAcceptOnPinVerification", "&Accept automatically when PIN verified")),
       chkAutoAcceptTappedNoVerification(makeCheck("chkAutoAcceptTappedNoVerification",
                                                   "Accept &tapped cards with no verification")),
-      chkOfflineMode(makeCheck("chkOfflineMode", "O&ffline mode enabled")),
+      chkOfflineMode(makeCheck("chkOfflineMode", "Offl&ine mode enabled")),
       // Switching encryption does not re-check Finish: it cannot make the settings incomplete.
       chkE2EE(makeCheck("chkE2EE", "&End-to-end encryption (E2EE) enabled", false)),
       chkDailyTmsCall(makeCheck("chkDailyTmsCall", "Dai&ly TMS call")),
@@ -43,7 +43,7 @@ GeneralPage::GeneralPage()
     grid->addWidget(chkCashback, 2, 1);
     addRow(grid, 3, "Cashback entr&y", cboCashBackEntry);
     grid->addWidget(chkDcc, 4, 1);
-    addRow(grid, 5, "DCC &rate", cboDccOption);
+    addRow(grid, 5, "&Where the DCC rate is offered", cboDccOption);
     grid->setColumnStretch(1, 1);
     body()->addLayout(grid);
 

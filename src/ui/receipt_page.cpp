@@ -39,7 +39,7 @@ ReceiptPage::ReceiptPage()
       txtWindowsPrinterName(makeText("txtWindowsPrinterName")),
       txtWindowsPrinterFontName(makeText("txtWindowsPrinterFontName")),
       txtWindowsFontSize(makeNumber("txtWindowsFontSize")),
-      chkWindowsFontBold(makeCheck("chkWindowsFontBold", "&Bold")),
+      chkWindowsFontBold(makeCheck("chkWindowsFontBold", "Print &in bold")),
       cmdComPort(new QPushButton("&Printer Settings")), lblPrinterSerial(new QLabel),
       txtPrintNormalControl(makeText("txtPrintNormalControl")),
       txtPrintBoldControl(makeText("txtPrintBoldControl")),
@@ -74,8 +74,8 @@ ReceiptPage::ReceiptPage()
     addRow(grid, 1, "&OPOS device name", txtOposPrinterDeviceName);
     addRow(grid, 1, "&Line feeds before cut", txtLineFeedsBeforePaperCut, 2);
     addRow(grid, 2, "&Windows printer", txtWindowsPrinterName);
-    addRow(grid, 2, "&Normal print code", txtPrintNormalControl, 2);
-    addRow(grid, 3, "Windows &font", txtWindowsPrinterFontName);
+    addRow(grid, 2, "Norm&al print code", txtPrintNormalControl, 2);
+    addRow(grid, 3, "Windows fon&t", txtWindowsPrinterFontName);
     addRow(grid, 3, "Bol&d print code", txtPrintBoldControl, 2);
     addRow(grid, 4, "Font si&ze", txtWindowsFontSize);
     grid->addWidget(chkWindowsFontBold, 4, 2, 1, 2);

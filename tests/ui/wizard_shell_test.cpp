@@ -1,5 +1,7 @@
 #include "ui/wizard_fixture.h"
 
+#include <QAbstractButton>
+#include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
@@ -131,4 +133,38 @@ TEST_F(WizardTest, CloseEndsTheWizardWithoutSavingAnything) {
     control<QPushButton>("cmdClose")->click();
     EXPECT_FALSE(form.isVisible());
     EXPECT_EQ(stored("Acquirer"), "");
+}
+
+// Alt with a letter must reach one control only: a letter shared with Back, Next, Finish or
+// Close would make those buttons take focus instead of being pressed.
+TEST_F(WizardTest, EachPageGivesEveryAltKeyToOneControlAndFitsAnSvgaScreen) {
+    plantClientFiles();
+    frmTessalyConfig& form = open();
+    form.resize(form.sizeHint());
+    EXPECT_LE(form.width(), 800);
+    EXPECT_LE(form.height(), 600);
+    for (int page = 0; page <= 5; ++page) {
+        form.ShowPage(page);
+        std::map<QKeySequence, QString> owners;
+        const auto claim = [&](const QString& text) {
+            const QKeySequence key = QKeySequence::mnemonic(text);
+            if (!key.isEmpty()) {
+                EXPECT_TRUE(owners.emplace(key, text).second)
+                    << "page " << page << ": " << text.toStdString() << " and "
+                    << owners[key].toStdString();
+            }
+        };
+        for (QWidget* widget : form.findChildren<QWidget*>()) {
+            if (!widget->isVisibleTo(&form)) {
+                continue;
+            }
+            if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
+                claim(button->text());
+            } else if (auto* label = qobject_cast<QLabel*>(widget)) {
+                claim(label->text());
+                EXPECT_TRUE(label->buddy() != nullptr || !label->text().contains('&'))
+                    << label->text().toStdString();
+            }
+        }
+    }
 }
