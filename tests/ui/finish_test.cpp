@@ -1,3 +1,4 @@
+#include "foundation/clock.h"
 #include "settings/ccaddin_registry.h"
 #include "support/standin_tools.h"
 #include "support/temp_till.h"
@@ -6,9 +7,14 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QLabel>
 #include <QMessageBox>
+#include <QProgressBar>
 #include <QPushButton>
+#include <QTimer>
 #include <filesystem>
+#include <set>
+#include <thread>
 
 namespace fs = std::filesystem;
 
@@ -35,6 +41,24 @@ QObject* answerMessage(Answered& answered) {
 fs::path clientFolder(const TempTill& till) {
     return till.driveC() / "Program Files" / "Tessaly";
 }
+
+// Real time whose waits pass twenty times faster: the ten-second pause of an SC5000 change takes
+// half a second, in which the wizard's 100 ms timer still ticks for real.
+class HurriedClock final : public Clock {
+public:
+    HurriedClock() { installClock(this); }
+    ~HurriedClock() override { installClock(nullptr); }
+    std::chrono::system_clock::time_point now() const override {
+        return std::chrono::system_clock::now() + ahead_;
+    }
+    void sleepFor(std::chrono::milliseconds duration) override {
+        std::this_thread::sleep_for(duration / 20);
+        ahead_ += duration - duration / 20;
+    }
+
+private:
+    std::chrono::milliseconds ahead_{0};
+};
 } // namespace
 
 class FinishTest : public WizardTest {
@@ -149,4 +173,27 @@ TEST_F(FinishTest, FailedRunShowsTheRunsMessageAndTheFailureLineInOneBox) {
     EXPECT_TRUE(answered.text.endsWith("\r\nConfiguration and installation failed."));
     expectBackOnTheWelcomePage();
     EXPECT_EQ(stored("ComPort"), "COM3") << "the registry job ran before the failure";
+}
+
+TEST_F(FinishTest, TheProgressPageFollowsTheRunWhileItWaitsForTheDeviceManager) {
+    chooseMerchant("Semi Integrated", "");
+    choose("cboDevice", "VeriFone SC5000");
+    auto* status = control<QLabel>("capstatus");
+    auto* bar = control<QProgressBar>("ProgressBar1");
+    std::set<std::pair<std::string, int>> seen;
+    QTimer watch;
+    watch.setInterval(10);
+    QObject::connect(&watch, &QTimer::timeout, [&] {
+        seen.insert({status->text().toStdString(), bar->value()});
+    });
+    watch.start();
+    HurriedClock clock;
+    Answered answered;
+    QObject* box = answerMessage(answered);
+    control<QPushButton>("cmdfInish")->click();
+    delete box;
+
+    // Two jobs of eight counted while the device manager is stopped and waited for.
+    EXPECT_EQ(seen.count({"Configuring Quenmar database", 25}), 1u);
+    EXPECT_EQ(answered.text, "Configuration and installation successful.");
 }
