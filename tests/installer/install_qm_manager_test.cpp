@@ -2,6 +2,7 @@
 #include "installer/install_qm_manager.h"
 #include "platform/platform.h"
 #include "settings/ccaddin_registry.h"
+#include "support/demo_till_template.h"
 #include "support/fake_clock.h"
 #include "support/standin_tools.h"
 #include "support/temp_till.h"
@@ -253,6 +254,43 @@ TEST(InstallQmManager, AnExistingInstallationIsStoppedRemovedAndCopiedAsideFirst
     EXPECT_TRUE(fs::exists(backup / "bin/quenmar.exe"));
     EXPECT_EQ(readBytes(backup / "dbs/old.mdb"), "old");
     EXPECT_EQ(machinePath(t.till), "c:\\tessaly\\lumora\\bin;c:\\tessaly\\lumora\\utils");
+}
+
+// The demo till's own archives, as scripts/demo-till ships them, install over the device
+// manager it left running: a euro AIB till in test mode.
+TEST(InstallQmManager, TheDemoTillsArchivesInstallOverItsRunningDeviceManager) {
+    FakeClock clock(2026, 3, 14, 9, 30, 0);
+    InstallTill t;
+    fs::copy(demoTillTemplate(), t.till.root(),
+             fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+    t.settings.strbaseCurrency = "EUR";
+    t.settings.strAcquirer = "AIB";
+    t.settings.bTestMode = true;
+    ASSERT_EQ(t.install("c:\\tessaly\\setup"), 0) << t.message;
+
+    const std::string name = platform::computerName();
+    EXPECT_TRUE(fs::exists(t.host("tessaly/LUMORA_20260314_093000/zontalk/SC5000/download/"
+                                  "SC5000_LIVE_GBP_Barclays.pkg")));
+    EXPECT_TRUE(
+        fs::exists(t.host("tessaly/lumora/zontalk/SC5000/download/SC5000_TEST_EUR_AIB.pkg")));
+    EXPECT_FALSE(fs::exists(t.host("tessaly/lumora/zontalk/SC5000/download/"
+                                   "SC5000_LIVE_GBP_Barclays.pkg")));
+    EXPECT_EQ(readerRows(t.host("tessaly/lumora/dbs/quenmar.mdb")).front(), name + "|COM3||1|6");
+    EXPECT_EQ(serviceState(t.till, "quenmar")["state"], "running");
+    EXPECT_EQ(machinePath(t.till), "c:\\tessaly\\lumora\\bin;c:\\tessaly\\lumora\\utils");
+}
+
+// A file where c:\tessaly should be: a fresh till's folders cannot be made, and the message names
+// no folder.
+TEST(InstallQmManager, AFreshTillWhoseFoldersCannotBeMadeStopsBeforeAnyTool) {
+    FakeClock clock(2026, 1, 31, 17, 45, 2);
+    InstallTill t;
+    t.shipAll();
+    t.till.plant("tessaly", "a file");
+    EXPECT_EQ(t.install(), 1);
+    EXPECT_EQ(t.message, "Failed creating  directory");
+    EXPECT_TRUE(t.shellLines().empty());
+    EXPECT_EQ(t.logLines().back(), "Failed installing Tessaly Quenmar");
 }
 
 TEST(InstallQmManager, MissingArchivesAreNamedBeforeAnythingIsTouched) {
