@@ -81,6 +81,9 @@ void textFilesAndCommands(std::ostringstream& out, const RunOutcome& outcome) {
     for (const std::string& command : outcome.changes.commands) {
         out << "  " << utf8(command) << "\n";
     }
+    if (outcome.changes.commands.empty()) {
+        out << "  (none)\n";
+    }
 }
 
 void textOutcome(std::ostringstream& out, const ApplyReport& report) {

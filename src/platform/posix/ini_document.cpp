@@ -136,12 +136,18 @@ std::optional<std::size_t> IniDocument::findKey(const IniSection& section,
 
 std::optional<std::string> IniDocument::value(std::string_view section,
                                               std::string_view key) const {
+    const std::optional<std::string> stored = storedValue(section, key);
+    return stored ? std::optional<std::string>(withoutEnclosingQuotes(*stored)) : std::nullopt;
+}
+
+std::optional<std::string> IniDocument::storedValue(std::string_view section,
+                                                    std::string_view key) const {
     const auto found = findSection(section);
     const auto line = found ? findKey(*found, key) : std::nullopt;
     if (!line || !lines_[*line].hasValue) {
         return std::nullopt;
     }
-    return withoutEnclosingQuotes(lines_[*line].value);
+    return lines_[*line].value;
 }
 
 std::vector<std::string> IniDocument::sectionNames() const {

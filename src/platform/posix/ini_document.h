@@ -50,6 +50,9 @@ public:
     // section or key is missing, or the key line has no "=".
     std::optional<std::string> value(std::string_view section, std::string_view key) const;
 
+    // The value as the file holds it, enclosing quotes included (what a write replaces).
+    std::optional<std::string> storedValue(std::string_view section, std::string_view key) const;
+
     // Every section header's name, in file order (an empty name left out: in a list of
     // NUL-ended names it would read as the list's end).
     std::vector<std::string> sectionNames() const;

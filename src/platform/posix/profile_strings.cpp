@@ -151,16 +151,15 @@ bool writePrivateProfileString(const char* section, const char* key, const char*
         }
         IniDocument document(bytes.value_or(""));
         const std::optional<std::string> before =
-            key != nullptr ? document.value(section, key) : std::nullopt;
+            key != nullptr ? document.storedValue(section, key) : std::nullopt;
         const bool changed = applyEdit(document, section, key, value);
         if (changed) {
             posix::replaceFile(file, document.bytes());
         }
         if (Recorder* recorder = activeRecorder(); recorder != nullptr && key != nullptr) {
-            recorder->profileKeyWritten(fileName, section, key, before,
-                                        value != nullptr ? std::optional<std::string>(value)
-                                                         : std::nullopt,
-                                        changed);
+            recorder->profileKeyWritten(
+                fileName, section, key, before,
+                value != nullptr ? std::optional<std::string>(value) : std::nullopt, changed);
         }
         return true;
     } catch (const std::exception&) {
