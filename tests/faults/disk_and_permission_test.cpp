@@ -77,7 +77,7 @@ TEST(FullDisk, AnIniWriteThatDoesNotFitFailsAndLeavesTheFileAndFolderAsTheyWere)
 TEST(FullDisk, ARunThatCannotWriteThePaymentClientFileFailsWithItsJobsMessage) {
     FakeClock clock(2026, 3, 14);
     TempTill till;
-    copyDemoInto(till);
+    plantDemoTill(till);
     const fs::path client = clientFile(till, "cxclientconfig.ini");
     const std::string original = readBytes(client);
     const fs::path message = till.root() / "message.txt";
@@ -95,7 +95,7 @@ TEST(FullDisk, ARunThatCannotWriteThePaymentClientFileFailsWithItsJobsMessage) {
 TEST(ReadOnly, AReadOnlyPaymentClientFileOrFolderFailsTheRunAndKeepsTheFile) {
     FakeClock clock(2026, 3, 14);
     TempTill till;
-    copyDemoInto(till);
+    plantDemoTill(till);
     const fs::path client = clientFile(till, "cxclientconfig.ini");
     const std::string original = readBytes(client);
     const fs::path message = till.root() / "message.txt";
@@ -106,7 +106,7 @@ TEST(ReadOnly, AReadOnlyPaymentClientFileOrFolderFailsTheRunAndKeepsTheFile) {
     EXPECT_EQ(readBytes(client), original);
 
     // A read-only folder. Root may write anywhere, so the run is made by an ordinary user.
-    copyDemoInto(till);
+    plantDemoTill(till);
     const fs::path folder = client.parent_path();
     ChildProcess run([&] {
         if (::geteuid() == 0) {

@@ -13,13 +13,6 @@ namespace fs = std::filesystem;
 
 const std::string kProgramFolder = "C:\\Program Files\\Tessaly\\";
 
-void copyDemoInto(const TempTill& till) {
-    for (const auto& entry : fs::directory_iterator(till.root())) {
-        fs::remove_all(entry.path());
-    }
-    fs::copy(demoTillTemplate(), till.root(), fs::copy_options::recursive);
-}
-
 IniValues iniValues(const fs::path& file) {
     const platform::posix::IniDocument document(readBytes(file));
     IniValues values;

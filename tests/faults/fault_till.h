@@ -1,7 +1,8 @@
-// Tills for the fault tests: the demo till made once per program by scripts/demo-till and copied
-// for each trial, and snapshots of what a run may change (INI keys, settings, whole files).
+// What the fault tests look at on the demo till (plantDemoTill makes a fresh one for each trial):
+// snapshots of what a run may change (INI keys, settings, whole files).
 #pragma once
 
+#include "support/demo_till_template.h"
 #include "support/temp_till.h"
 
 #include <filesystem>
@@ -10,9 +11,6 @@
 #include <utility>
 
 extern const std::string kProgramFolder; // the payment client's folder on the demo till
-
-// Replaces everything in the till by a fresh copy of the demo till.
-void copyDemoInto(const TempTill& till);
 
 // Every (section, key) a reader of the file can see, with the value it reads.
 using IniValues = std::map<std::pair<std::string, std::string>, std::string>;

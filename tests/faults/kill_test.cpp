@@ -197,7 +197,7 @@ TEST(KilledWrites, ARegistryKilledMidWriteOpensAndHoldsTheOldOrNewValueOfEachSet
 TEST(KilledWrites, AConfigurationRunKilledAnywhereLeavesEachKeyAndSettingOldOrNew) {
     FakeClock clock(2026, 3, 14, 9, 30, 0);
     TempTill till;
-    copyDemoInto(till);
+    plantDemoTill(till);
     const RunState before = RunState::of(till);
     TcOnfigureTessaly reference;
     std::int32_t result = -1;
@@ -216,7 +216,7 @@ TEST(KilledWrites, AConfigurationRunKilledAnywhereLeavesEachKeyAndSettingOldOrNe
     int unfinished = 0;
     int trial = 0;
     for (; unfinished < kKillPoints && trial < kKillPoints * 4; ++trial) {
-        copyDemoInto(till);
+        plantDemoTill(till);
         ChildProcess run([&] {
             TcOnfigureTessaly configure;
             ChildProcess::ready();
