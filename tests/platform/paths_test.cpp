@@ -7,7 +7,7 @@
 
 namespace fs = std::filesystem;
 
-TEST(Paths, ExistingNamesAreFoundWhateverTheirCaseAndNewNamesKeepTheirs) {
+TEST(Paths, NamesMatchWhateverTheirCaseDrivesMapBothWaysAndCNeedsATillRoot) {
     TempTill till;
     fs::create_directories(till.driveC() / "Tessaly" / "ccaddin");
     till.plant("Tessaly/ccaddin/CxClientConfig.ini", "x");
@@ -27,10 +27,7 @@ TEST(Paths, ExistingNamesAreFoundWhateverTheirCaseAndNewNamesKeepTheirs) {
     fs::create_directories(till.driveC() / "tessaly");
     EXPECT_EQ(platform::hostPath("c:\\tessaly"), c + "/tessaly");
     EXPECT_EQ(platform::hostPath("c:\\TESSALY"), c + "/Tessaly");
-}
 
-TEST(Paths, DriveLettersAndTheWayBack) {
-    TempTill till;
     fs::create_directories(till.root() / "drive_d" / "data");
     const std::string root = till.root().string();
 
@@ -40,23 +37,16 @@ TEST(Paths, DriveLettersAndTheWayBack) {
     EXPECT_THROW(platform::hostPath("\\\\server\\share\\x"), std::runtime_error);
 
     EXPECT_EQ(platform::windowsPath(root + "/drive_c/Tessaly/x.ini"), "C:\\Tessaly\\x.ini");
-    EXPECT_EQ(platform::windowsPath(root + "/drive_c/Tessaly/"), "C:\\Tessaly\\");
     EXPECT_EQ(platform::windowsPath(root + "/drive_c"), "C:\\");
-    EXPECT_EQ(platform::windowsPath(root + "/drive_d/data"), "D:\\data");
     EXPECT_EQ(platform::windowsPath("/usr/bin/env"), "Z:\\usr\\bin\\env");
-    EXPECT_EQ(platform::hostPath(platform::windowsPath(root + "/drive_d/data")),
-              root + "/drive_d/data");
 
     // The test program lives outside the till, so its folder reads as a Z: path.
     const std::string program = platform::programFolder();
     EXPECT_EQ(program.substr(0, 3), "Z:\\");
     EXPECT_EQ(program.back(), '\\');
     EXPECT_TRUE(fs::is_directory(platform::hostPath(program)));
-}
 
-TEST(Paths, WithoutATillRootTheTillDrivesGiveADescribedError) {
-    const char* saved = std::getenv("PARVANE_ROOT");
-    const std::string previous = saved != nullptr ? saved : "";
+    // Without a till root the till's drives give a described error; the host's drive still maps.
     unsetenv("PARVANE_ROOT");
     try {
         platform::hostPath("c:\\tessaly");
@@ -65,7 +55,4 @@ TEST(Paths, WithoutATillRootTheTillDrivesGiveADescribedError) {
         EXPECT_NE(std::string(e.what()).find("PARVANE_ROOT"), std::string::npos) << e.what();
     }
     EXPECT_EQ(platform::hostPath("z:\\tmp"), "/tmp");
-    if (saved != nullptr) {
-        setenv("PARVANE_ROOT", previous.c_str(), 1);
-    }
 }

@@ -49,13 +49,14 @@ std::string awaitRecord(const fs::path& file) {
 
 } // namespace
 
-TEST(StartHidden, RunsAQuotedProgramWithWindowsArgumentsAndWaitsForIt) {
+TEST(StartHidden, FindsTheProgramAsWindowsDoesPassesItsArgumentsWaitsAndNamesItOnFailure) {
     TempTill till;
-    const fs::path record =
-        plantTool(till, "Stand In/record.sh", kRecorder).parent_path() / "args.txt";
+    const fs::path tool = plantTool(till, "Stand In/7z.exe", kRecorder);
+    const fs::path record = tool.parent_path() / "args.txt";
 
+    // ".exe" is tried when the name has no extension; names match whatever their case.
     const std::uint32_t pid = platform::startHidden(
-        R"("c:\stand in\RECORD.sh" x "c:\tessaly\lumora\\" "" "two words" a\\"b c")");
+        R"("c:\stand in\7Z" x "c:\tessaly\lumora\\" "" "two words" a\\"b c")");
     platform::waitForProcess(pid);
     EXPECT_EQ(readBytes(record),
               "[x]\n[c:\\tessaly\\lumora\\]\n[]\n[two words]\n[a\\b c]\nout=/dev/null\ndone\n");
@@ -66,27 +67,17 @@ TEST(StartHidden, RunsAQuotedProgramWithWindowsArgumentsAndWaitsForIt) {
         platform::waitForProcess(id);
     }
     EXPECT_LT(std::chrono::steady_clock::now() - start, 1s);
-}
 
-TEST(StartHidden, FindsProgramsTheWayWindowsDoes) {
-    TempTill till;
-    const fs::path tool = plantTool(till, "Tools/7z.exe", kRecorder);
-    const fs::path record = tool.parent_path() / "args.txt";
-
-    // ".exe" is tried when the name has no extension; names match whatever their case.
-    EXPECT_EQ(run(R"(c:\TOOLS\7Z e)"), "ran");
-    EXPECT_EQ(readBytes(record), "[e]\nout=/dev/null\ndone\n");
     // A bare name is looked for in the current folder, and along PATH.
+    fs::remove(record);
     const fs::path previous = fs::current_path();
     fs::current_path(tool.parent_path());
     EXPECT_EQ(run("7z two"), "ran");
     fs::current_path(previous);
-    EXPECT_TRUE(readBytes(record).ends_with("[two]\nout=/dev/null\ndone\n"));
+    EXPECT_EQ(readBytes(record), "[two]\nout=/dev/null\ndone\n");
     EXPECT_EQ(run("true"), "ran");
-}
 
-TEST(StartHidden, AProgramThatCannotRunIsAFailedStartNamingIt) {
-    TempTill till;
+    // A program that cannot run is a failed start naming it.
     EXPECT_EQ(run(R"(c:\tools\7z.exe x -y)"),
               "cannot start c:\\tools\\7z.exe: No such file or directory");
     plantTool(till, "tools/locked.exe", kRecorder, fs::perms::owner_read);
@@ -95,13 +86,6 @@ TEST(StartHidden, AProgramThatCannotRunIsAFailedStartNamingIt) {
     plantTool(till, "tools/garbage.exe", "MZ not a program\n");
     EXPECT_EQ(run(R"(c:\tools\garbage.exe)"),
               "cannot start c:\\tools\\garbage.exe: Exec format error");
-
-    const std::string root = till.root().string();
-    unsetenv("PARVANE_ROOT");
-    const std::string error = run(R"(c:\tools\7z.exe)");
-    setenv("PARVANE_ROOT", root.c_str(), 1);
-    EXPECT_TRUE(error.starts_with("cannot start c:\\tools\\7z.exe: ")) << error;
-    EXPECT_NE(error.find("PARVANE_ROOT"), std::string::npos) << error;
 }
 
 TEST(ShellOpen, HandsTheFileToTheScriptHostWithoutWaitingOrLeavingAZombie) {
@@ -113,8 +97,7 @@ TEST(ShellOpen, HandsTheFileToTheScriptHostWithoutWaitingOrLeavingAZombie) {
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(platform::shellOpen("c:\\tessaly\\TMSCALL.VBS", "2"), 42);
     EXPECT_LT(std::chrono::steady_clock::now() - start, 250ms);
-    EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1);
-    EXPECT_EQ(errno, ECHILD);
+    EXPECT_TRUE(::waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD) << "a child is left";
     EXPECT_EQ(awaitRecord(host.parent_path() / "args.txt"),
               "[" + script.string() + "]\n[2]\nout=/dev/null\ndone\n");
 

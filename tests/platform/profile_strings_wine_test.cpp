@@ -11,7 +11,6 @@
 #include <gtest/gtest.h>
 #include <optional>
 #include <random>
-#include <sstream>
 #include <vector>
 
 namespace fs = std::filesystem;
@@ -89,21 +88,16 @@ private:
     std::string anyCase(std::string text) {
         const int how = pick(3);
         for (char& c : text) {
-            const auto byte = static_cast<unsigned char>(c);
-            if (how == 1 && byte >= 'a' && byte <= 'z') {
-                c = static_cast<char>(byte - 32);
-            } else if (how == 2 && byte >= 'A' && byte <= 'Z') {
-                c = static_cast<char>(byte + 32);
-            }
+            c = how == 1 && c >= 'a' && c <= 'z'   ? static_cast<char>(c - 32)
+                : how == 2 && c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32)
+                                                   : c;
         }
         return text;
     }
 
     std::string value() {
-        if (pick(10) == 0) {
-            return std::string(200 + pick(3000), static_cast<char>('a' + pick(26)));
-        }
-        return name(kValues);
+        return pick(10) == 0 ? std::string(200 + pick(3000), static_cast<char>('a' + pick(26)))
+                             : name(kValues);
     }
 
     std::string header() {
@@ -116,16 +110,11 @@ private:
     }
 
     std::string bodyLine() {
-        switch (pick(10)) {
-        case 0:
-            return "";
-        case 1:
-            return blanks() + ";" + anyCase(name(kKeys)) + "=commented";
-        case 2:
-            return blanks() + anyCase(name(kKeys)); // no "="
-        default:
-            return keyLine();
-        }
+        const int kind = pick(10);
+        return kind == 0   ? ""
+               : kind == 1 ? blanks() + ";" + anyCase(name(kKeys)) + "=commented"
+               : kind == 2 ? blanks() + anyCase(name(kKeys)) // no "="
+                           : keyLine();
     }
 
     Call write() {
@@ -152,23 +141,22 @@ std::string hex(const std::string& bytes) {
     return out;
 }
 
-std::string field(const Text& text) {
-    return text ? hex(*text) : "~";
+const char* pointer(const Text& text) {
+    return text ? text->c_str() : nullptr;
 }
 
 // The result line ini_probe writes for one call, made here through the Linux engine.
 std::string linuxResult(const Call& call, const std::string& file) {
     if (call.op == 'W') {
-        return platform::writePrivateProfileString(call.section ? call.section->c_str() : nullptr,
-                                                   call.key ? call.key->c_str() : nullptr,
-                                                   call.third ? call.third->c_str() : nullptr, file)
+        return platform::writePrivateProfileString(pointer(call.section), pointer(call.key),
+                                                   pointer(call.third), file)
                    ? "1"
                    : "0";
     }
     std::vector<char> buffer(call.size + 1, '#');
-    const unsigned long count = platform::getPrivateProfileString(
-        call.section ? call.section->c_str() : nullptr, call.key ? call.key->c_str() : nullptr,
-        call.third ? call.third->c_str() : nullptr, buffer.data(), call.size, file);
+    const unsigned long count =
+        platform::getPrivateProfileString(pointer(call.section), pointer(call.key),
+                                          pointer(call.third), buffer.data(), call.size, file);
     return std::to_string(count) + " " + hex(std::string(buffer.data(), count));
 }
 
@@ -180,14 +168,6 @@ bool wineCutBeforeUnquoting(const Call& call, const std::string& native, const s
     const std::string shorter = std::to_string(call.size - 2) + " ";
     return call.op == 'R' && native.starts_with(fitted) && wine.starts_with(shorter) &&
            native.substr(fitted.size()).starts_with(wine.substr(shorter.size()));
-}
-
-std::string windowsPathOf(const fs::path& host) {
-    std::string path = "Z:" + host.string();
-    for (char& c : path) {
-        c = c == '/' ? '\\' : c;
-    }
-    return path;
 }
 
 std::string describe(const Call& call) {
@@ -204,25 +184,28 @@ TEST(ProfileStringsUnderWine, GeneratedFilesReadAndWriteAlikeThroughBothEngines)
         GTEST_SKIP() << "PARVANE_INI_PROBE does not name the Windows build's ini_probe.exe";
     }
     TempTill till;
+    const fs::path wineFolder = till.root() / "wine";
+    fs::create_directories(wineFolder);
     Generator generator(kSeed);
     std::vector<Case> cases;
-    fs::create_directories(till.root() / "wine");
     std::ofstream requests(till.root() / "requests.txt", std::ios::binary);
+    const auto field = [](const Text& text) { return text ? hex(*text) : "~"; };
     for (int n = 0; n < kCases; ++n) {
         cases.push_back(generator.next());
         const std::string name = "case" + std::to_string(n) + ".ini";
         till.plant("cases/" + name, cases.back().bytes);
-        std::ofstream(till.root() / "wine" / name, std::ios::binary) << cases.back().bytes;
+        std::ofstream(wineFolder / name, std::ios::binary) << cases.back().bytes;
         for (const Call& call : cases.back().calls) {
-            requests << call.op << ' ' << hex(windowsPathOf(till.root() / "wine" / name)) << ' '
-                     << field(call.section) << ' ' << field(call.key) << ' ' << field(call.third)
-                     << ' ' << call.size << '\n';
+            requests << call.op << ' ' << hex(platform::windowsPath((wineFolder / name).string()))
+                     << ' ' << field(call.section) << ' ' << field(call.key) << ' '
+                     << field(call.third) << ' ' << call.size << '\n';
         }
     }
     requests.close();
-    const std::string command = "wine '" + std::string(probe) + "' '" +
-                                windowsPathOf(till.root() / "requests.txt") + "' '" +
-                                windowsPathOf(till.root() / "results.txt") + "' >/dev/null 2>&1";
+    const std::string command =
+        "wine '" + std::string(probe) + "' '" +
+        platform::windowsPath((till.root() / "requests.txt").string()) + "' '" +
+        platform::windowsPath((till.root() / "results.txt").string()) + "' >/dev/null 2>&1";
     ASSERT_EQ(std::system(command.c_str()), 0) << command;
 
     std::ifstream results(till.root() / "results.txt", std::ios::binary);
