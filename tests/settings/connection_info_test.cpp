@@ -5,10 +5,8 @@
 
 namespace {
 
-const std::string kFolder = "c:\\tessaly\\config\\";
-
 TConnectionInfo loaded(TempTill& till, const std::string& general,
-                       const std::string& folder = kFolder) {
+                       const std::string& folder = "c:\\tessaly\\config\\") {
     till.plant("tessaly/config/connectioninfo.ini", "[GENERAL]\r\n" + general);
     TConnectionInfo info;
     bool failed = true;
@@ -30,7 +28,7 @@ std::string listing(const TConnectionInfo& info) {
 
 } // namespace
 
-TEST(ConnectionInfo, ReadsNumberedProfilesAndLooksThemUpByName) {
+TEST(ConnectionInfo, ReadsTheCountedProfilesAndLooksThemUpByName) {
     TempTill till;
     const TConnectionInfo info =
         loaded(till, "Count=6\r\n"
@@ -47,21 +45,18 @@ TEST(ConnectionInfo, ReadsNumberedProfilesAndLooksThemUpByName) {
     bool failed = true;
     info.GetDetailsByName("Live One", a1, a2, a3, p1, p2, p3, failed);
     EXPECT_FALSE(failed);
-    EXPECT_EQ(a1 + " " + a2 + " " + a3, "10.0.0.1 10.0.0.2 10.0.0.3");
-    EXPECT_EQ(std::to_string(p1) + " " + std::to_string(p2) + " " + std::to_string(p3),
-              "9001 9002 9003");
+    EXPECT_EQ(a1 + " " + a2 + " " + a3 + " " + std::to_string(p1) + " " + std::to_string(p2) + " " +
+                  std::to_string(p3),
+              "10.0.0.1 10.0.0.2 10.0.0.3 9001 9002 9003");
     info.GetDetailsByName("Test, quoted", a1, a2, a3, p1, p2, p3, failed);
     EXPECT_EQ(p3, 0); // a port of letters
     info.GetDetailsByName("live one", a1, a2, a3, p1, p2, p3, failed);
     EXPECT_TRUE(failed);
     EXPECT_EQ(a1 + std::to_string(p2), "a443"); // outputs left as they were
-}
 
-TEST(ConnectionInfo, BadOrMissingCountLoadsNothingWithoutReportingIt) {
-    TempTill till;
+    // A bad or missing count loads nothing, without reporting it.
     const std::string lines = "1=1,P,a,b,c,1,2,3\r\n2=1,Q,a,b,c,1,2,3\r\n";
-    for (const std::string count :
-         {"", "Count=0\r\n", "Count=\r\n", "Count=two\r\n", "Count=99999999999\r\n"}) {
+    for (const std::string count : {"", "Count=0\r\n", "Count=two\r\n", "Count=99999999999\r\n"}) {
         EXPECT_EQ(loaded(till, count + lines).lConnectionCount(), 0) << count;
     }
     // Blanks around the count are allowed and a fraction rounds to even: 2.5 reads as 2.

@@ -1,5 +1,6 @@
 #include "support/temp_till.h"
 #include "tms/tms_call.h"
+#include "tms/zontalk_client_ini.h"
 
 #include <chrono>
 #include <cstdlib>
@@ -8,6 +9,7 @@
 #include <gtest/gtest.h>
 #include <sstream>
 #include <thread>
+#include <tuple>
 
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
@@ -50,80 +52,61 @@ struct Till {
 
 TEST(TmsScript, ConstantLinesCarryTheTillsValuesAndEveryOtherLineIsKept) {
     TempTill till;
-    till.plant("Tessaly/Lumora/fuelinfo.ini", fixture("fuelinfo.ini"));
-    const fs::path script = till.plant(kScript, fixture("tmscall.vbs"));
     Till t;
     t.fuelType = "Keyfuels";
-    t.update();
-    EXPECT_EQ(readBytes(script), fixture("tmscall_rewritten.vbs"));
-}
-
-TEST(TmsScript, ApplicationCodesFollowDeviceAcquirerCurrencySwipeAndFuel) {
-    TempTill till;
-    till.plant("Tessaly/Lumora/fuelinfo.ini", fixture("fuelinfo.ini"));
-    Till t;
-    EXPECT_EQ(t.codes(till), R"("GENPUBP" "" "ABCUUGE" )");
-    t.swipeOnTill = true;
-    t.fuelType = "Allstar";
-    EXPECT_EQ(t.codes(till), R"("GENPUBT" "ASUFE" "ABCUUGE" )");
-    t.device = "VeriFone VX820";
-    EXPECT_EQ(t.codes(till), R"("C41UBT" "ASUFE" "ABCUUGE" )");
-    t = Till{};
-    t.acquirer = "American Express";
-    EXPECT_EQ(t.codes(till), R"("GENPUP" "" "ABCUUGE" )");
-
-    t.currency = "EUR";
-    t.fuelType = "Keyfuels";
-    for (const auto& [acquirer, letter] : {std::pair{"AIB", "A"},
-                                           {"Elavon", "E"},
-                                           {"Streamline", "S"},
-                                           {"Lloyds", "L"},
-                                           {"HSBC", "H"}}) {
-        t.acquirer = acquirer;
-        EXPECT_EQ(t.codes(till), "\"GENPI" + std::string(letter) + R"(P" "KFIFE" "ABCUIGE" )");
-    }
-    // Names compare exactly; an unknown fuel card still names the currency's files.
-    t.currency = "eur";
-    t.acquirer = "hsbc";
-    t.fuelType = "Diesel Club";
-    EXPECT_EQ(t.codes(till), R"("GENPUP" "UFE" "ABCUUGE" )");
-    t.device = "VeriFone SC5000";
-    EXPECT_EQ(t.codes(till), R"("" "UFE" "ABCUUGE" )");
-}
-
-TEST(TmsScript, MissingEmptyOrShortInputIsLeftAsItIs) {
-    TempTill till;
-    Till t;
+    // A missing or empty script is left as it is.
     t.update();
     EXPECT_FALSE(fs::exists(till.driveC() / kScript));
     const fs::path script = till.plant(kScript, "");
     t.update();
     EXPECT_EQ(readBytes(script), "");
 
-    // No fuel table gives no prefix; a port name without a number leaves the port line; an
-    // emptied download value is left alone; what there is of the three kept characters stays.
-    till.plant(kScript,
-               "Const COMPORT=4\nConst APPLICATION_FUELFILES=\"\"\n"
-               "CONST APPLICATION_DOWNLOADVX810=\"\"\nCONST APPLICATION_OFFLINEFILE=\"X\"");
-    t.comPort = "CM1";
-    t.fuelType = "Keyfuels";
+    till.plant("Tessaly/Lumora/fuelinfo.ini", fixture("fuelinfo.ini"));
+    till.plant(kScript, fixture("tmscall.vbs"));
     t.update();
-    EXPECT_EQ(readBytes(script), "Const COMPORT=4\r\nConst APPLICATION_FUELFILES=\"UFE\"\r\n"
-                                 "CONST APPLICATION_DOWNLOADVX810=\"\"\r\n"
-                                 "Const APPLICATION_OFFLINEFILE=\"X\"UUGE\"\r\n");
+    EXPECT_EQ(readBytes(script), fixture("tmscall_rewritten.vbs"));
+
+    // The ZonTalk client's profiles get the same folder in their folder keys, and keep the rest.
+    const fs::path profiles =
+        till.plant("Tessaly/Lumora/zontalkclient.ini", fixture("zontalkclient.ini"));
+    WriteZontalkClientFolders(t.folder);
+    EXPECT_EQ(readBytes(profiles), fixture("zontalkclient_written.ini"));
+}
+
+TEST(TmsScript, ApplicationCodesFollowDeviceAcquirerCurrencySwipeAndFuel) {
+    TempTill till;
+    till.plant("Tessaly/Lumora/fuelinfo.ini", fixture("fuelinfo.ini"));
+    // Device, acquirer, currency, swipe on the till, fuel card: the download, fuel-files and
+    // offline codes. Names compare exactly; an unknown fuel card still names the currency's files.
+    const std::tuple<const char*, const char*, const char*, bool, const char*, const char*>
+        cases[] = {
+            {"VX810", "Barclays", "GBP", false, "", R"("GENPUBP" "" "ABCUUGE" )"},
+            {"VX810", "Barclays", "GBP", true, "Allstar", R"("GENPUBT" "ASUFE" "ABCUUGE" )"},
+            {"VX820", "Barclays", "GBP", true, "Allstar", R"("C41UBT" "ASUFE" "ABCUUGE" )"},
+            {"VX810", "American Express", "GBP", false, "", R"("GENPUP" "" "ABCUUGE" )"},
+            {"VX810", "AIB", "EUR", false, "Keyfuels", R"("GENPIAP" "KFIFE" "ABCUIGE" )"},
+            {"VX810", "hsbc", "eur", false, "Diesel Club", R"("GENPUP" "UFE" "ABCUUGE" )"},
+            {"SC5000", "hsbc", "eur", false, "Diesel Club", R"("" "UFE" "ABCUUGE" )"},
+        };
+    for (const auto& [device, acquirer, currency, swipe, fuel, codes] : cases) {
+        Till t;
+        t.device = std::string("VeriFone ") + device;
+        std::tie(t.acquirer, t.currency, t.swipeOnTill, t.fuelType) =
+            std::tuple(acquirer, currency, swipe, fuel);
+        EXPECT_EQ(t.codes(till), codes) << device << " " << acquirer << " " << currency;
+    }
 }
 
 TEST(TmsCall, StartsTheScriptWithTheCallTypeAndDoesNotWait) {
     TempTill till;
     const fs::path script = till.plant(kScript, "' script\r\n");
-    const std::string record = (till.root() / "args.txt").string();
-    const std::string go = (till.root() / "go").string();
+    const std::string record = (till.root() / "args.txt").string(), go = record + ".go";
     // The stand-in host holds on until the test lets it go (ten seconds at most), so a caller
     // that waited for it would take that long.
     const fs::path host = till.plant(
-        "host/cscript", "#!/bin/sh\ni=0\nwhile [ ! -e '" + go + "' ] && [ $i -lt 100 ]; do " +
-                            "sleep 0.1; i=$((i+1)); done\nprintf '[%s]' \"$@\" > '" + record +
-                            ".part'\nmv '" + record + ".part' '" + record + "'\n");
+        "host/cscript", "#!/bin/sh\nfor i in $(seq 100); do [ -e '" + go + "' ] && break; " +
+                            "sleep 0.1; done\nprintf '[%s]' \"$@\" > '" + record + ".part'\nmv '" +
+                            record + ".part' '" + record + "'\n");
     fs::permissions(host, fs::perms::owner_all);
     setenv("PARVANE_SCRIPT_HOST", host.c_str(), 1);
     const auto start = std::chrono::steady_clock::now();
@@ -135,7 +118,6 @@ TEST(TmsCall, StartsTheScriptWithTheCallTypeAndDoesNotWait) {
         std::this_thread::sleep_for(50ms);
     }
     EXPECT_EQ(readBytes(record), "[" + script.string() + "][2]");
-
     TTmsCall().DoTmsCall("c:\\nowhere\\", "0"); // reports nothing
     unsetenv("PARVANE_SCRIPT_HOST");
 }
