@@ -8,14 +8,6 @@ namespace {
 struct Checked {
     std::vector<AnswerProblem> problems;
     TCcAddinRegistry settings;
-
-    std::string messages() const {
-        std::string all;
-        for (const AnswerProblem& p : problems) {
-            all += std::to_string(p.line) + ": " + p.message + "\n";
-        }
-        return all;
-    }
 };
 
 // The demo till's installed settings with the [ccaddin] lines laid over them.
@@ -37,7 +29,7 @@ TEST(AnswerCheck, AcceptedValuesReachTheSettingsByTheirRegistryRules) {
                                   "ComPort=COM255\nAlwaysOnTop=0\nWindowsFontSize=-3\n"
                                   "PrinterStopbit=1.5\nFuelType=Allstar, Fleet\n"
                                   "SemiIntegrated=0\nDccEnabled=2\nWindowsPrinterName=\n");
-    EXPECT_TRUE(checked.problems.empty()) << checked.messages();
+    EXPECT_TRUE(checked.problems.empty()) << testing::PrintToString(checked.problems);
     EXPECT_EQ(checked.settings.strComPort, "COM255");
     EXPECT_FALSE(checked.settings.bAlwaysOnTop);
     EXPECT_EQ(checked.settings.lWindowsFontSize, -3);
@@ -63,16 +55,13 @@ TEST(AnswerCheck, RefusesValuesTheWizardWouldNotOffer) {
                                   "ComPort=COM256\n"                // 11
                                   "FuelType=Shell\n"                // 12
                                   "CorvixPassword=***\n");          // 13
-    std::vector<int> lines;
-    for (const AnswerProblem& problem : checked.problems) {
-        lines.push_back(problem.line);
-    }
-    EXPECT_EQ(lines, (std::vector<int>{2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13}))
-        << checked.messages();
-    EXPECT_NE(checked.messages().find("\"EUR\", \"GBP\""), std::string::npos);
+    EXPECT_EQ(problemLines(checked.problems),
+              (std::vector<int>{2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13}))
+        << testing::PrintToString(checked.problems);
+    EXPECT_NE(testing::PrintToString(checked.problems).find("\"EUR\", \"GBP\""), std::string::npos);
 }
 
-TEST(AnswerCheck, ProfilesBelongToTheirKindOfInstallation) {
+TEST(AnswerCheck, ProfileKindAndTheFinishRuleHoldForTheResultingSettings) {
     ApplyDemoTill demo;
     // A test profile on a live till, and a live till switched to test keeping its live profile.
     EXPECT_EQ(check("TessalyID=AIB Test\n").problems.size(), 1u);
@@ -81,13 +70,9 @@ TEST(AnswerCheck, ProfilesBelongToTheirKindOfInstallation) {
     EXPECT_EQ(switched.problems[0].line, 2);
     EXPECT_NE(switched.problems[0].message.find("test connection profiles"), std::string::npos);
     EXPECT_TRUE(check("Mode=1\nTessalyID=Barclays Test\n").problems.empty());
-    // Profile names are exact, as the wizard's list holds them.
-    EXPECT_EQ(check("TessalyID=barclays live\n").problems.size(), 1u);
-}
+    EXPECT_EQ(check("TessalyID=barclays live\n").problems.size(), 1u) << "names are exact";
 
-TEST(AnswerCheck, FinishRuleHoldsForTheResultingSettings) {
-    ApplyDemoTill demo;
-    // Only a semi-integrated till may go without an acquirer.
+    // Only a semi-integrated till may go without an acquirer; the rule speaks for the whole file.
     const Checked fully = check("Acquirer=\n");
     ASSERT_EQ(fully.problems.size(), 1u);
     EXPECT_EQ(fully.problems[0].line, 0);
@@ -96,5 +81,5 @@ TEST(AnswerCheck, FinishRuleHoldsForTheResultingSettings) {
     // Port, device, currency and profile are needed in every mode; each is named.
     const Checked empty =
         check("SemiIntegrated=1\nComPort=\nChipDeviceName=\nBaseCurrency=\nTessalyID=\n");
-    EXPECT_EQ(empty.problems.size(), 4u) << empty.messages();
+    EXPECT_EQ(empty.problems.size(), 4u) << testing::PrintToString(empty.problems);
 }

@@ -1,18 +1,7 @@
 #include "apply/answer_file.h"
+#include "apply_demo_till.h"
 
 #include <gtest/gtest.h>
-
-namespace {
-
-std::vector<std::string> problemTexts(const std::vector<AnswerProblem>& problems) {
-    std::vector<std::string> texts;
-    for (const AnswerProblem& problem : problems) {
-        texts.push_back(std::to_string(problem.line) + ": " + problem.message);
-    }
-    return texts;
-}
-
-} // namespace
 
 TEST(AnswerFile, ReadsWhatFleetToolsWrite) {
     // A BOM, CR LF and LF line ends, comments of both kinds, blanks around names and values,
@@ -29,7 +18,7 @@ TEST(AnswerFile, ReadsWhatFleetToolsWrite) {
     std::vector<AnswerProblem> problems;
     const Answers answers = parseAnswers(text, problems);
 
-    EXPECT_TRUE(problems.empty()) << testing::PrintToString(problemTexts(problems));
+    EXPECT_TRUE(problems.empty()) << testing::PrintToString(problems);
     ASSERT_EQ(answers.values.size(), 3u);
     EXPECT_EQ(answers.values[0].setting->valueName, "Acquirer");
     EXPECT_EQ(answers.values[0].text, "AIB");
@@ -61,25 +50,11 @@ TEST(AnswerFile, NamesEveryProblemWithItsLine) {
     std::vector<AnswerProblem> problems;
     const Answers answers = parseAnswers(text, problems);
 
-    std::vector<int> lines;
-    for (const AnswerProblem& problem : problems) {
-        lines.push_back(problem.line);
-    }
-    EXPECT_EQ(lines, (std::vector<int>{1, 4, 5, 6, 7, 8, 9, 11, 13, 14, 15}))
-        << testing::PrintToString(problemTexts(problems));
+    EXPECT_EQ(problemLines(problems), (std::vector<int>{1, 4, 5, 6, 7, 8, 9, 11, 13, 14, 15}))
+        << testing::PrintToString(problems);
     EXPECT_NE(problems[1].message.find("first on line 3"), std::string::npos);
     EXPECT_NE(problems[2].message.find("Colour"), std::string::npos);
     // The first of a repeated setting is the one kept; nothing else was taken.
     ASSERT_EQ(answers.values.size(), 1u);
     EXPECT_EQ(answers.values[0].text, "AIB");
-}
-
-TEST(AnswerFile, TmsChoiceTexts) {
-    for (TmsChoice choice :
-         {TmsChoice::None, TmsChoice::Standard, TmsChoice::Full, TmsChoice::Logs}) {
-        EXPECT_EQ(tmsChoiceFromText(tmsChoiceText(choice)), choice);
-    }
-    EXPECT_EQ(tmsChoiceFromText("LOGS"), TmsChoice::Logs);
-    EXPECT_FALSE(tmsChoiceFromText("0"));
-    EXPECT_FALSE(tmsChoiceFromText(""));
 }

@@ -2,10 +2,12 @@
 // program, copied afresh for each case, with helpers that run parvane-apply on it in-process.
 #pragma once
 
+#include "apply/answer_file.h"
 #include "support/fake_clock.h"
 #include "support/temp_till.h"
 
 #include <filesystem>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -35,3 +37,16 @@ public:
 
 // Runs a shell command line; its exit code and standard output.
 CommandResult runShell(const std::string& commandLine);
+
+// A problem prints as "line: message" in a failed expectation.
+inline void PrintTo(const AnswerProblem& problem, std::ostream* out) {
+    *out << problem.line << ": " << problem.message;
+}
+
+inline std::vector<int> problemLines(const std::vector<AnswerProblem>& problems) {
+    std::vector<int> lines;
+    for (const AnswerProblem& problem : problems) {
+        lines.push_back(problem.line);
+    }
+    return lines;
+}

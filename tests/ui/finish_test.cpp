@@ -1,7 +1,6 @@
 #include "foundation/clock.h"
 #include "settings/ccaddin_registry.h"
 #include "support/standin_tools.h"
-#include "support/temp_till.h"
 #include "ui/wizard_fixture.h"
 
 #include <QAbstractButton>
@@ -24,24 +23,6 @@ struct Answered {
     QMessageBox::Icon icon = QMessageBox::NoIcon;
 };
 
-// Clicks OK on the next message box and keeps what it said.
-QObject* answerMessage(Answered& answered) {
-    return whenModal([&answered](QWidget* window) {
-        auto* box = qobject_cast<QMessageBox*>(window);
-        if (box == nullptr) {
-            ADD_FAILURE() << "expected a message box, got " << window->objectName().toStdString();
-            window->close();
-            return;
-        }
-        answered = {box->text(), box->icon()};
-        box->button(QMessageBox::Ok)->click();
-    });
-}
-
-fs::path clientFolder(const TempTill& till) {
-    return till.driveC() / "Program Files" / "Tessaly";
-}
-
 // Real time whose waits pass twenty times faster: the ten-second pause of an SC5000 change takes
 // half a second, in which the wizard's 100 ms timer still ticks for real.
 class HurriedClock final : public Clock {
@@ -63,10 +44,7 @@ private:
 
 class FinishTest : public WizardTest {
 protected:
-    void SetUp() override {
-        plantClientFiles();
-        open();
-    }
+    void SetUp() override { open(); }
 
     // A complete merchant page, leaving the mode to the test.
     void chooseMerchant(const QString& mode, const QString& acquirer) {
@@ -82,44 +60,67 @@ protected:
         EXPECT_EQ(form_->currentPage(), 0);
         EXPECT_TRUE(control<QPushButton>("cmdClose")->isEnabled());
         EXPECT_FALSE(control<QPushButton>("cmdfInish")->isEnabled());
-        EXPECT_TRUE(control<QPushButton>("cmdNext")->isEnabled());
-        EXPECT_FALSE(control<QPushButton>("cmdBack")->isEnabled());
         EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    }
+
+    // Presses Finish, clicks OK on the message box the run ends with and keeps what it said.
+    Answered finish() {
+        Answered answered;
+        QObject* watch = whenModal([&answered](QWidget* window) {
+            auto* box = qobject_cast<QMessageBox*>(window);
+            if (box == nullptr) {
+                ADD_FAILURE() << "expected a message box, got "
+                              << window->objectName().toStdString();
+                window->close();
+                return;
+            }
+            answered = {box->text(), box->icon()};
+            box->button(QMessageBox::Ok)->click();
+        });
+        control<QPushButton>("cmdfInish")->click();
+        delete watch;
+        return answered;
     }
 };
 
-TEST_F(FinishTest, SemiIntegratedRunWritesTheTillAndReportsSuccess) {
+TEST_F(FinishTest, SemiIntegratedRunReportsSuccessOrItsFailureInOneBox) {
     chooseMerchant("Semi Integrated", "");
     choose("cboSemiIntegratedMode", "Transaction confirmation/receipt printing on till");
     choose("cboReceiptInfo", "Receipt information lookup after dcc transaction");
-    Answered answered;
-    QObject* watch = answerMessage(answered);
-    control<QPushButton>("cmdfInish")->click();
-    delete watch;
-
+    Answered answered = finish();
     EXPECT_EQ(answered.text, "Configuration and installation successful.");
     EXPECT_EQ(answered.icon, QMessageBox::Information);
     expectBackOnTheWelcomePage();
     EXPECT_EQ(stored("SemiIntegrated"), "4");
-    EXPECT_EQ(stored("ComPort"), "COM3");
     EXPECT_EQ(stored("ConfigFileLocation"), kClientFolder);
     EXPECT_EQ(form_->installedSettings().strComPort, "COM3") << "read again after the run";
-    const std::string clientFile = readBytes(clientFolder(till_) / "cxclientconfig.ini");
-    EXPECT_NE(clientFile.find("QMComPort=3"), std::string::npos);
-    EXPECT_NE(readBytes(clientFolder(till_) / "TessalyConfig.log").find("Ending Tessaly"),
-              std::string::npos);
+    const fs::path clientFile = clientFolder() / "cxclientconfig.ini";
+    EXPECT_NE(readBytes(clientFile).find("QMComPort=3"), std::string::npos);
 
-    // Any change makes the wizard ready for another run.
-    choose("cboAcquirer", "AIB");
-    EXPECT_TRUE(finishEnabled());
+    // Any change makes the wizard ready for another run, here one that cannot write the payment
+    // client's file: a folder stands in its place.
+    fs::remove(clientFile);
+    fs::create_directory(clientFile);
+    choose("cboPort", "COM4");
+    answered = finish();
+    EXPECT_EQ(answered.icon, QMessageBox::Warning);
+    EXPECT_TRUE(answered.text.startsWith("TUpdateCxClientConfig.")) << answered.text.toStdString();
+    EXPECT_TRUE(answered.text.endsWith("\r\nConfiguration and installation failed."));
+    expectBackOnTheWelcomePage();
+    EXPECT_EQ(stored("ComPort"), "COM4") << "the registry job ran before the failure";
 }
 
-TEST_F(FinishTest, FullyIntegratedRunOffersTheTmsCallAndStartsTheScript) {
+TEST_F(FinishTest, FullyIntegratedRunOffersTheTmsCallAndStartsTheScriptUnlessCancelled) {
     copyStandins(till_.root() / "host", {"wscript.exe"});
     qputenv("PARVANE_SCRIPT_HOST", (till_.root() / "host" / "wscript.exe").string().c_str());
-    chooseMerchant("Fully Integrated", "Barclays");
+    chooseMerchant("Fully Integrated", "AIB");
+    QObject* watch = whenModal([](QWidget* dialog) { buttonOf(dialog, "Cancel")->click(); });
+    control<QPushButton>("cmdfInish")->click();
+    delete watch;
+    EXPECT_EQ(stored("Acquirer"), "AIB");
 
-    QObject* watch = whenModal([&](QWidget* dialog) {
+    choose("cboAcquirer", "Barclays");
+    watch = whenModal([&](QWidget* dialog) {
         ASSERT_EQ(dialog->objectName(), "frmTms") << "no success message in this mode";
         dialog->findChild<QComboBox*>("cboTmsType")->setCurrentIndex(2);
         buttonOf(dialog, "Run TMS Call")->click();
@@ -129,12 +130,12 @@ TEST_F(FinishTest, FullyIntegratedRunOffersTheTmsCallAndStartsTheScript) {
     qunsetenv("PARVANE_SCRIPT_HOST");
 
     expectBackOnTheWelcomePage();
-    EXPECT_EQ(stored("Acquirer"), "Barclays");
-    const std::string script = readBytes(clientFolder(till_) / "tmscall.vbs");
+    const std::string script = readBytes(clientFolder() / "tmscall.vbs");
     EXPECT_NE(script.find("Const COMPORT=3"), std::string::npos);
     EXPECT_NE(script.find("CONST APPLICATION_DOWNLOADVX810=\"GENPUBT\""), std::string::npos);
 
-    // The script is started and not waited for: wait here until its host has recorded the call.
+    // The script is started and not waited for: wait here until its host has recorded the call,
+    // the only one: the cancelled dialog started none.
     QElapsedTimer clock;
     clock.start();
     std::vector<std::string> calls;
@@ -144,35 +145,6 @@ TEST_F(FinishTest, FullyIntegratedRunOffersTheTmsCallAndStartsTheScript) {
     ASSERT_EQ(calls.size(), 1u);
     EXPECT_NE(calls[0].find("tmscall.vbs"), std::string::npos) << calls[0];
     EXPECT_NE(calls[0].find("[2]"), std::string::npos) << calls[0];
-}
-
-TEST_F(FinishTest, CancelledTmsDialogStartsNoCall) {
-    copyStandins(till_.root() / "host", {"wscript.exe"});
-    qputenv("PARVANE_SCRIPT_HOST", (till_.root() / "host" / "wscript.exe").string().c_str());
-    chooseMerchant("Fully Integrated", "AIB");
-    QObject* watch = whenModal([](QWidget* dialog) { buttonOf(dialog, "Cancel")->click(); });
-    control<QPushButton>("cmdfInish")->click();
-    delete watch;
-    qunsetenv("PARVANE_SCRIPT_HOST");
-    EXPECT_TRUE(standinCalls(till_).empty());
-    EXPECT_EQ(stored("Acquirer"), "AIB");
-}
-
-TEST_F(FinishTest, FailedRunShowsTheRunsMessageAndTheFailureLineInOneBox) {
-    // A folder where the payment client's file should be: the file cannot be written.
-    fs::remove(clientFolder(till_) / "cxclientconfig.ini");
-    fs::create_directory(clientFolder(till_) / "cxclientconfig.ini");
-    chooseMerchant("Semi Integrated", "");
-    Answered answered;
-    QObject* watch = answerMessage(answered);
-    control<QPushButton>("cmdfInish")->click();
-    delete watch;
-
-    EXPECT_EQ(answered.icon, QMessageBox::Warning);
-    EXPECT_TRUE(answered.text.startsWith("TUpdateCxClientConfig.")) << answered.text.toStdString();
-    EXPECT_TRUE(answered.text.endsWith("\r\nConfiguration and installation failed."));
-    expectBackOnTheWelcomePage();
-    EXPECT_EQ(stored("ComPort"), "COM3") << "the registry job ran before the failure";
 }
 
 TEST_F(FinishTest, TheProgressPageFollowsTheRunWhileItWaitsForTheDeviceManager) {
@@ -188,10 +160,7 @@ TEST_F(FinishTest, TheProgressPageFollowsTheRunWhileItWaitsForTheDeviceManager) 
     });
     watch.start();
     HurriedClock clock;
-    Answered answered;
-    QObject* box = answerMessage(answered);
-    control<QPushButton>("cmdfInish")->click();
-    delete box;
+    const Answered answered = finish();
 
     // Two jobs of eight counted while the device manager is stopped and waited for.
     EXPECT_EQ(seen.count({"Configuring Quenmar database", 25}), 1u);

@@ -1,11 +1,11 @@
-#include "settings/ccaddin_registry.h"
-#include "settings/settings_table.h"
+#include "ui/frm_pt_serial_config.h"
 #include "ui/printer_serial.h"
 #include "ui/wizard_fixture.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QPushButton>
+#include <sstream>
 
 namespace {
 // Every setting of pages 2 to 5, stored with a value other than its default: "name=value;".
@@ -28,34 +28,38 @@ const char* const kPageSettingsText =
 
 std::map<std::string, std::string> pageSettings() {
     std::map<std::string, std::string> values;
-    std::string text = kPageSettingsText;
-    for (std::size_t start = 0, end; (end = text.find(';', start)) != std::string::npos;
-         start = end + 1) {
-        const std::size_t equals = text.find('=', start);
-        values[text.substr(start, equals - start)] = text.substr(equals + 1, end - equals - 1);
+    std::istringstream text(kPageSettingsText);
+    for (std::string pair; std::getline(text, pair, ';');) {
+        values[pair.substr(0, pair.find('='))] = pair.substr(pair.find('=') + 1);
     }
     return values;
 }
-const std::map<std::string, std::string> kPageSettings = pageSettings();
+
+struct SerialDialog {
+    frmPTSerialConfig dialog;
+    // Port, baud rate, parity, data bits, stop bits, flow control and paper cut as shown.
+    std::string shown() const {
+        QStringList texts;
+        for (const char* name : {"cboPort", "cboBaudRate", "cboParity", "cboDatabits", "cboStopbit",
+                                 "cboFlowControl"}) {
+            texts << dialog.findChild<QComboBox*>(name)->currentText();
+        }
+        texts << dialog.findChild<QLineEdit*>("txtPaperCut")->text();
+        return texts.join(", ").toStdString();
+    }
+    void type(const char* name, const QString& text) {
+        dialog.findChild<QComboBox*>(name)->setCurrentText(text);
+    }
+    void click(const char* name) { dialog.findChild<QPushButton*>(name)->click(); }
+};
 } // namespace
 
 TEST_F(WizardTest, PagesTwoToFiveKeepEveryInstalledSettingThroughLoadAndSave) {
-    plantClientFiles();
-    plantSettings(kPageSettings);
+    const std::map<std::string, std::string> planted = pageSettings();
+    plantSettings(planted);
     open();
-    form_->SaveSettings();
-
     // Every value comes back as the text it was stored as, so a run changes none of them.
-    std::size_t checked = 0;
-    for (const SettingDescriptor& setting : settingsTable()) {
-        const auto planted = kPageSettings.find(std::string(setting.valueName));
-        if (planted != kPageSettings.end()) {
-            EXPECT_EQ(storedText(*form_->newSettings(), setting), planted->second)
-                << setting.valueName;
-            ++checked;
-        }
-    }
-    EXPECT_EQ(checked, kPageSettings.size());
+    expectSaved(planted);
 
     // The dependent fields are open exactly where the choices above use them.
     EXPECT_TRUE(control<QLineEdit>("txtWidth")->isEnabled());
@@ -66,32 +70,18 @@ TEST_F(WizardTest, PagesTwoToFiveKeepEveryInstalledSettingThroughLoadAndSave) {
     EXPECT_FALSE(control<QPushButton>("cmdComPort")->isEnabled());
 }
 
-TEST_F(WizardTest, NumbersOutsideAListAreShownAndKeptNotReplaced) {
-    plantClientFiles();
-    plantSettings({{"PrinterType", "7"},
-                   {"RmsReceiptPrinterNo", "3"},
-                   {"StartupPosition", "9"},
-                   {"DisplayMode", "4"}});
+TEST_F(WizardTest, ChoicesOnThePagesBecomeTheirSettingsAndNumbersOutsideAListAreKept) {
+    const std::map<std::string, std::string> outside = {{"PrinterType", "7"},
+                                                        {"RmsReceiptPrinterNo", "3"},
+                                                        {"StartupPosition", "9"},
+                                                        {"DisplayMode", "4"}};
+    plantSettings(outside);
     open();
     EXPECT_EQ(combo("cboRmsPrinterNo")->currentText(), "3");
-    form_->SaveSettings();
-    EXPECT_EQ(form_->newSettings()->lPrinterType, 7);
-    EXPECT_EQ(form_->newSettings()->lRmsReceiptPrinterNo, 3);
-    EXPECT_EQ(form_->newSettings()->lStartupPosition, 9);
-    EXPECT_EQ(form_->newSettings()->lDisplayMode, 4);
+    expectSaved(outside);
 
     choose("cboPosition", "Top right of screen");
-    choose("cboDisplaySize", "Compact");
     choose("cboRmsPrinterNo", "1");
-    form_->SaveSettings();
-    EXPECT_EQ(form_->newSettings()->lStartupPosition, 2);
-    EXPECT_EQ(form_->newSettings()->lDisplayMode, 1);
-    EXPECT_EQ(form_->newSettings()->lRmsReceiptPrinterNo, 1);
-}
-
-TEST_F(WizardTest, ChoicesOnThePagesBecomeTheirSettings) {
-    plantClientFiles();
-    open();
     choose("cboSwipe", "Card is swiped on chip and pin device");
     choose("cboSplitTender", "Card split tendering is controlled by Credit Card Add-in");
     control<QCheckBox>("chkDcc")->setChecked(true);
@@ -102,54 +92,32 @@ TEST_F(WizardTest, ChoicesOnThePagesBecomeTheirSettings) {
     choose("cboHeight", "Enter height");
     control<QLineEdit>("txtHeight")->setText("7200");
     control<QLineEdit>("txtWidth")->setText("5000"); // "Screen width" still chosen
-    form_->SaveSettings();
-    const TCcAddinRegistry& out = *form_->newSettings();
-    EXPECT_TRUE(out.bExternalSwipe);
-    EXPECT_TRUE(out.bSplitTender);
-    EXPECT_EQ(out.lDccType, 1);
-    EXPECT_EQ(out.lCashbackEntryType, 1);
-    EXPECT_EQ(out.lAddinHeight, 7200);
-    EXPECT_EQ(out.lAddinWidth, 0);
-
+    expectSaved({{"StartupPosition", "2"},
+                 {"RmsReceiptPrinterNo", "1"},
+                 {"DisplayMode", "2"},
+                 {"ExternalSwipe", "1"},
+                 {"SplitTender", "1"},
+                 {"DccEnabled", "1"},
+                 {"DecimalInCashback", "1"},
+                 {"AddinHeight", "7200"},
+                 {"AddinWidth", "0"}});
     control<QCheckBox>("chkDcc")->setChecked(false);
-    form_->SaveSettings();
-    EXPECT_EQ(form_->newSettings()->lDccType, 0) << "DCC off whatever the rate list shows";
-}
-
-TEST_F(WizardTest, EncryptionAloneLeavesFinishAsItWasAnyOtherOptionRechecksIt) {
-    plantClientFiles();
-    plantSettings({{"SemiIntegrated", "1"},
-                   {"BaseCurrency", "EUR"},
-                   {"ComPort", "COM1"},
-                   {"ChipDeviceName", "VeriFone VX820"},
-                   {"TessalyID", "AIB Live"}});
-    open();
-    ASSERT_FALSE(finishEnabled());
-    control<QCheckBox>("chkE2EE")->setChecked(true);
-    EXPECT_FALSE(finishEnabled());
-    control<QCheckBox>("chkCloseBatch")->setChecked(true);
-    EXPECT_TRUE(finishEnabled());
+    expectSaved({{"DccEnabled", "0"}}); // whatever the rate list shows
 }
 
 TEST_F(WizardTest, PrinterSettingsButtonHandsTheSerialLineToTheDialogAndBack) {
-    plantClientFiles();
-    plantSettings({{"PrinterType", "2"},
-                   {"PrinterPort", "COM2"},
-                   {"PrinterBaudRate", "4800"},
-                   {"PrinterParity", "ODD"},
-                   {"PrinterDatabits", "7"},
-                   {"PrinterStopbit", "1"},
-                   {"PrinterFlowControl", "0"}});
+    std::map<std::string, std::string> line = {
+        {"PrinterType", "2"},       {"PrinterPort", "COM2"},  {"PrinterBaudRate", "4800"},
+        {"PrinterParity", "ODD"},   {"PrinterDatabits", "7"}, {"PrinterStopbit", "1"},
+        {"PrinterFlowControl", "0"}};
+    plantSettings(line);
     open();
     auto* button = control<QPushButton>("cmdComPort");
-    ASSERT_EQ(button->text(), "&Printer Settings");
     ASSERT_TRUE(button->isEnabled()) << "a serial printer";
 
     QString shownPort;
-    QString shownCut;
     whenModal([&](QWidget* dialog) {
         shownPort = dialog->findChild<QComboBox*>("cboPort")->currentText();
-        shownCut = dialog->findChild<QLineEdit*>("txtPaperCut")->text();
         dialog->findChild<QComboBox*>("cboBaudRate")->setCurrentText("38400");
         // A port the line cannot use is not taken over by the page.
         dialog->findChild<QComboBox*>("cboPort")->setCurrentText("COM0");
@@ -157,20 +125,47 @@ TEST_F(WizardTest, PrinterSettingsButtonHandsTheSerialLineToTheDialogAndBack) {
     });
     button->click();
     EXPECT_EQ(shownPort, "COM2");
-    EXPECT_EQ(shownCut, "1B64040D0A1B690D0A");
-    EXPECT_TRUE(printerSerial.accepted);
-    form_->SaveSettings();
-    const TCcAddinRegistry& out = *form_->newSettings();
-    EXPECT_EQ(out.lPrinterBaudRate, 38400);
-    EXPECT_EQ(out.strPrinterPort, "COM2");
-    EXPECT_EQ(out.strPrinterParity, "ODD");
-    EXPECT_EQ(out.strPrinterCutPaper, "1B64040D0A1B690D0A");
+    line["PrinterBaudRate"] = "38400";
+    expectSaved(line);
+}
 
-    whenModal([](QWidget* dialog) {
-        dialog->findChild<QComboBox*>("cboBaudRate")->setCurrentText("1200");
-        buttonOf(dialog, "Cancel")->click();
-    });
-    button->click();
-    form_->SaveSettings();
-    EXPECT_EQ(form_->newSettings()->lPrinterBaudRate, 38400) << "cancel keeps the line";
+TEST_F(WizardTest, SerialDialogShowsUsableStoredValuesOkStoresWhatIsTypedCancelKeepsThem) {
+    // Unusable values give the defaults (a stored n reads as NONE).
+    printerSerial = {"COM0", 14400, "n", 9, 1.25, 7, "", false};
+    EXPECT_EQ(SerialDialog().shown(), "LPT1, 9600, NONE, 8, 1, Hardware, 1B64040D0A1B690D0A");
+    printerSerial = {"COM3", 19200, "EVEN", 7, 1.5, 1, "not hex", false};
+    {
+        SerialDialog serial;
+        EXPECT_EQ(serial.shown(), "COM3, 19200, EVEN, 7, 1.5, Xon/Xoff, not hex");
+        serial.type("cboPort", "COM4");
+        serial.type("cboBaudRate", "57600");
+        serial.type("cboFlowControl", "None");
+        serial.click("cmdOK");
+        EXPECT_EQ(serial.dialog.result(), QDialog::Accepted);
+    }
+    EXPECT_TRUE(printerSerial.accepted);
+    EXPECT_EQ(printerSerial.port, "COM4");
+    EXPECT_EQ(printerSerial.baudRate, 57600);
+    EXPECT_EQ(printerSerial.stopBits, 1.5);
+    EXPECT_EQ(printerSerial.flowControl, 0);
+    EXPECT_EQ(printerSerial.paperCut, "not hex");
+
+    {
+        // A baud rate that is no number ends OK with the port already stored and the dialog open.
+        SerialDialog serial;
+        serial.type("cboPort", "COM6");
+        serial.type("cboBaudRate", "fast");
+        serial.type("cboDatabits", "5");
+        serial.dialog.show();
+        serial.click("cmdOK");
+        EXPECT_TRUE(serial.dialog.isVisible());
+        EXPECT_EQ(printerSerial.port, "COM6");
+        EXPECT_EQ(printerSerial.baudRate, 57600);
+        EXPECT_EQ(printerSerial.dataBits, 7);
+
+        serial.click("cmdCancel");
+        EXPECT_FALSE(serial.dialog.isVisible());
+    }
+    EXPECT_FALSE(printerSerial.accepted);
+    EXPECT_EQ(printerSerial.port, "COM6");
 }

@@ -1,10 +1,13 @@
 #include "ui/wizard_fixture.h"
 
 #include "foundation/registry.h"
+#include "settings/settings_table.h"
+#include "support/demo_till_template.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QTimer>
+#include <algorithm>
 #include <filesystem>
 
 namespace fs = std::filesystem;
@@ -26,21 +29,13 @@ void ensureApplication() {
         new QApplication(argc, argv);
     }
 }
-
-fs::path demoClientFolder() {
-    return fs::path(__FILE__).parent_path().parent_path().parent_path() / "demo" / "till" /
-           "drive_c" / "Program Files" / "Tessaly";
-}
 } // namespace
 
 WizardTest::WizardTest() {
     ensureApplication();
-}
-
-void WizardTest::plantClientFiles() {
-    const fs::path folder = till_.driveC() / "Program Files" / "Tessaly";
-    fs::create_directories(folder);
-    fs::copy(demoClientFolder(), folder, fs::copy_options::recursive);
+    fs::create_directories(clientFolder());
+    fs::copy(repositoryRoot() / "demo" / "till" / "drive_c" / "Program Files" / "Tessaly",
+             clientFolder(), fs::copy_options::recursive);
     plantSettings({{"AppendLineFeed", "0"}});
 }
 
@@ -56,6 +51,21 @@ std::string WizardTest::stored(const std::string& valueName) const {
     std::string value;
     registry.GetRegistryValue(kAddinKey, valueName, value);
     return value;
+}
+
+void WizardTest::expectSaved(const std::map<std::string, std::string>& texts) {
+    form_->SaveSettings();
+    const auto& table = settingsTable();
+    for (const auto& [name, text] : texts) {
+        const auto setting = std::find_if(
+            table.begin(), table.end(), [&](const auto& entry) { return entry.valueName == name; });
+        ASSERT_NE(setting, table.end()) << name;
+        EXPECT_EQ(storedText(*form_->newSettings(), *setting), text) << name;
+    }
+}
+
+fs::path WizardTest::clientFolder() const {
+    return till_.driveC() / "Program Files" / "Tessaly";
 }
 
 frmTessalyConfig& WizardTest::open() {

@@ -8,6 +8,7 @@
 
 #include <QComboBox>
 #include <QString>
+#include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
 #include <map>
@@ -22,16 +23,20 @@ inline constexpr const char* kClientFolder = "C:\\Program Files\\Tessaly\\";
 
 class WizardTest : public ::testing::Test {
 protected:
+    // A till with the demo payment client's files and the add-in's key.
     WizardTest();
-
-    // Copies the demo payment client's files into the till and makes the add-in's key.
-    void plantClientFiles();
 
     // Stores these values under the add-in's key (made when missing).
     void plantSettings(const std::map<std::string, std::string>& values);
 
     // A registry value of the add-in's key as stored now.
     std::string stored(const std::string& valueName) const;
+
+    // Saves the wizard's settings and expects these registry texts among them, by value name.
+    void expectSaved(const std::map<std::string, std::string>& texts);
+
+    // The payment client's folder on the host.
+    std::filesystem::path clientFolder() const;
 
     // Opens the wizard on the payment client's folder.
     frmTessalyConfig& open();
