@@ -13,16 +13,6 @@ std::string fixture(const char* name) {
     return readBytes(fs::path(__FILE__).parent_path() / "data" / name);
 }
 
-// Wine rewrites a whole profile file in its own layout: there only the values can be compared.
-void expectFileIs(TempTill& till, const fs::path& file, const char* expected) {
-    if (!runningUnderWine()) {
-        EXPECT_EQ(readBytes(file), fixture(expected));
-        return;
-    }
-    const fs::path copy = till.plant("expected.ini", fixture(expected));
-    EXPECT_EQ(profileValues(file.string()), profileValues(copy.string()));
-}
-
 // A till whose client file is the one delivered: every section the wizard writes, among keys,
 // comments, blank lines and spacing of the client's own (and no E2EEMode yet).
 struct ClientTill {
@@ -74,7 +64,7 @@ TEST(CxClientConfig, ARunRewritesItsKeysInEitherModeAndKeepsEveryOtherByte) {
     full.settings.bE2EEEnabled = true;
     EXPECT_EQ(full.updateAll(), "000000") << full.updater.strErrorMessage;
     EXPECT_EQ(full.settings.strConfigFileLocation, "c:\\tessaly\\lumora\\");
-    expectFileIs(full.till, full.file, "cxclientconfig_fully_integrated.ini");
+    expectProfileFile(full.till, full.file, fixture("cxclientconfig_fully_integrated.ini"));
 
     // Offline mode is off for the operating mode, then on again for the device.
     ClientTill semi;
@@ -85,7 +75,7 @@ TEST(CxClientConfig, ARunRewritesItsKeysInEitherModeAndKeepsEveryOtherByte) {
     semi.settings.strChipDeviceName = "VeriFone SC5000";
     semi.settings.strConfigFileLocation = "c:\\Tessaly\\Lumora\\";
     EXPECT_EQ(semi.updateAll(), "000000") << semi.updater.strErrorMessage;
-    expectFileIs(semi.till, semi.file, "cxclientconfig_semi_integrated.ini");
+    expectProfileFile(semi.till, semi.file, fixture("cxclientconfig_semi_integrated.ini"));
 }
 
 TEST(CxClientConfig, AFailedWriteStopsTheOperationAndAShortPortOrUnknownProfileWritesBlanks) {

@@ -66,10 +66,12 @@ TCcAddinRegistry distinctRecord() {
 TEST(CcAddinRegistry, AbsentKeyGivesEveryDefault) {
     TempTill till;
     TCcAddinRegistry expected; // empty texts, zero numbers, false flags
-    expected.strTrackStartId = "3B";
-    expected.strTrackEndId = "3F";
-    expected.strPrintNormalControl = "1B2100";
-    expected.strPrintBoldControl = "1B2148";
+    for (const auto& [text, value] : {std::pair{&TCcAddinRegistry::strTrackStartId, "3B"},
+                                      {&TCcAddinRegistry::strTrackEndId, "3F"},
+                                      {&TCcAddinRegistry::strPrintNormalControl, "1B2100"},
+                                      {&TCcAddinRegistry::strPrintBoldControl, "1B2148"}}) {
+        expected.*text = value;
+    }
     expected.lWindowsFontSize = 10;
     expected.lRmsReceiptPrinterNo = 1;
     for (bool TCcAddinRegistry::*flag :

@@ -49,7 +49,7 @@ TempTill::~TempTill() {
 
 #endif
 
-fs::path TempTill::plant(const std::string& relativeHostPath, const std::string& bytes) {
+fs::path TempTill::plant(const std::string& relativeHostPath, const std::string& bytes) const {
     const fs::path file = driveC() / relativeHostPath;
     fs::create_directories(file.parent_path());
     std::ofstream out(file, std::ios::binary | std::ios::trunc);

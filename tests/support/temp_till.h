@@ -20,7 +20,8 @@ public:
 
     // Writes `bytes` to the host file under drive_c named by a relative host path, making its
     // folders, and returns the full host path.
-    std::filesystem::path plant(const std::string& relativeHostPath, const std::string& bytes);
+    std::filesystem::path plant(const std::string& relativeHostPath,
+                                const std::string& bytes) const;
 
 private:
     std::filesystem::path root_;

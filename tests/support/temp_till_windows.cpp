@@ -29,6 +29,21 @@ void removeSystemKeys() {
     }
 }
 
+// The payment client's folder lies inside "Program Files", which the machine already has: it goes
+// as the registry keys go, before and after each test.
+const char* const kSystemFolder = "C:\\Program Files\\Tessaly";
+
+// Tests make files read-only on purpose; they are given back before the tree is removed.
+void removeTree(const fs::path& tree) {
+    std::error_code ignored;
+    for (auto it = fs::recursive_directory_iterator(tree, ignored);
+         it != fs::recursive_directory_iterator(); it.increment(ignored)) {
+        fs::permissions(it->path(), fs::perms::owner_all, fs::perm_options::add, ignored);
+    }
+    fs::permissions(tree, fs::perms::owner_all, fs::perm_options::add, ignored);
+    fs::remove_all(tree, ignored);
+}
+
 std::vector<fs::path> entriesOf(const fs::path& folder) {
     std::vector<fs::path> entries;
     std::error_code ignored;
@@ -42,23 +57,17 @@ std::vector<fs::path> entriesOf(const fs::path& folder) {
 
 TempTill::TempTill() : root_("C:\\"), driveC_("C:\\"), presentAtStart_(entriesOf(driveC_)) {
     removeSystemKeys();
+    removeTree(kSystemFolder);
 }
 
 TempTill::~TempTill() {
-    std::error_code ignored;
     for (const fs::path& entry : entriesOf(driveC_)) {
-        if (std::find(presentAtStart_.begin(), presentAtStart_.end(), entry) !=
+        if (std::find(presentAtStart_.begin(), presentAtStart_.end(), entry) ==
             presentAtStart_.end()) {
-            continue;
+            removeTree(entry);
         }
-        // Tests make files read-only on purpose; give them back before removing the tree.
-        for (auto it = fs::recursive_directory_iterator(entry, ignored);
-             it != fs::recursive_directory_iterator(); it.increment(ignored)) {
-            fs::permissions(it->path(), fs::perms::owner_all, fs::perm_options::add, ignored);
-        }
-        fs::permissions(entry, fs::perms::owner_all, fs::perm_options::add, ignored);
-        fs::remove_all(entry, ignored);
     }
     removeSystemKeys();
+    removeTree(kSystemFolder);
 }
 #endif

@@ -2,6 +2,7 @@
 
 #include "platform/platform.h"
 
+#include <gtest/gtest.h>
 #include <vector>
 
 #ifdef _WIN32
@@ -47,4 +48,14 @@ std::string profileValues(const std::string& windowsFile) {
         }
     }
     return text;
+}
+
+void expectProfileFile(const TempTill& till, const std::filesystem::path& file,
+                       const std::string& expected) {
+    if (!runningUnderWine()) {
+        EXPECT_EQ(readBytes(file), expected) << file;
+        return;
+    }
+    const std::filesystem::path copy = till.plant("expected.ini", expected);
+    EXPECT_EQ(profileValues(file.string()), profileValues(copy.string())) << file;
 }

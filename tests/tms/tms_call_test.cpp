@@ -1,4 +1,5 @@
 #include "support/temp_till.h"
+#include "support/wine.h"
 #include "tms/tms_call.h"
 #include "tms/zontalk_client_ini.h"
 
@@ -70,7 +71,7 @@ TEST(TmsScript, ConstantLinesCarryTheTillsValuesAndEveryOtherLineIsKept) {
     const fs::path profiles =
         till.plant("Tessaly/Lumora/zontalkclient.ini", fixture("zontalkclient.ini"));
     WriteZontalkClientFolders(t.folder);
-    EXPECT_EQ(readBytes(profiles), fixture("zontalkclient_written.ini"));
+    expectProfileFile(till, profiles, fixture("zontalkclient_written.ini"));
 }
 
 TEST(TmsScript, ApplicationCodesFollowDeviceAcquirerCurrencySwipeAndFuel) {
@@ -97,6 +98,8 @@ TEST(TmsScript, ApplicationCodesFollowDeviceAcquirerCurrencySwipeAndFuel) {
     }
 }
 
+// The stand-in script host is a shell script: the Linux till's way of opening a script.
+#ifndef _WIN32
 TEST(TmsCall, StartsTheScriptWithTheCallTypeAndDoesNotWait) {
     TempTill till;
     const fs::path script = till.plant(kScript, "' script\r\n");
@@ -121,3 +124,4 @@ TEST(TmsCall, StartsTheScriptWithTheCallTypeAndDoesNotWait) {
     TTmsCall().DoTmsCall("c:\\nowhere\\", "0"); // reports nothing
     unsetenv("PARVANE_SCRIPT_HOST");
 }
+#endif
