@@ -61,10 +61,6 @@ void copyTree(const fs::path& from, const fs::path& to, bool overwrite) {
     }
 }
 #else
-void copyOver(const fs::path& from, const fs::path& to) {
-    fs::copy_file(from, to, fs::copy_options::overwrite_existing);
-}
-
 void copyTree(const fs::path& from, const fs::path& to, bool overwrite) {
     fs::copy(from, to,
              fs::copy_options::recursive |
@@ -297,7 +293,8 @@ void FileSystem::CopyFile(const std::string& source, const std::string& destinat
         if (fs::exists(to) && isReadOnly(to)) {
             fault("Permission denied");
         }
-        copyOver(from, to);
+        // A copy killed part-way must not leave half a key file behind.
+        platform::copyFileOver(source, destination);
         failed = false;
     } catch (const std::exception& e) {
         fail("CopyFile() Failed - ", e);

@@ -107,6 +107,12 @@ struct FileTimes {
 // file cannot be opened.
 FileTimes getFileTimes(const std::string& windowsPath);
 
+// CopyFileA over an existing file, made crash-safe: the copy is written beside the target, flushed
+// and renamed over it, so the target is always the old file or the whole new one. Throws a
+// described std::runtime_error (or std::system_error) when the copy cannot be made; the target is
+// then as it was.
+void copyFileOver(const std::string& windowsSource, const std::string& windowsTarget);
+
 // SetFileAttributesA. Only the read-only bit (1) has an effect on Linux. False on failure.
 bool setFileAttributes(const std::string& windowsPath, std::uint32_t attributes);
 

@@ -1,6 +1,7 @@
 // Directory searches, file times and the read-only attribute over the till folder.
 #include "platform/cp1252.h"
 #include "platform/platform.h"
+#include "platform/posix/atomic_file.h"
 #include "platform/wildcard.h"
 
 #include <algorithm>
@@ -8,6 +9,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
 #include <sys/stat.h>
 #include <system_error>
@@ -121,6 +123,14 @@ bool setFileAttributes(const std::string& windowsPath, std::uint32_t attributes)
     mode_t mode = info.st_mode & 07777;
     mode = (attributes & kReadOnly) != 0 ? mode & ~mode_t{0222} : mode | S_IWUSR;
     return ::chmod(host.c_str(), mode) == 0;
+}
+
+void copyFileOver(const std::string& windowsSource, const std::string& windowsTarget) {
+    const std::optional<std::string> bytes = posix::readFileBytes(hostPath(windowsSource));
+    if (!bytes) {
+        throw std::runtime_error("File not found");
+    }
+    posix::replaceFile(hostPath(windowsTarget), *bytes);
 }
 
 } // namespace platform

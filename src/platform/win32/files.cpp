@@ -78,4 +78,17 @@ bool setFileAttributes(const std::string& windowsPath, std::uint32_t attributes)
     return SetFileAttributesA(windowsPath.c_str(), attributes) != FALSE;
 }
 
+void copyFileOver(const std::string& windowsSource, const std::string& windowsTarget) {
+    const std::string fresh = windowsTarget + ".copying";
+    if (!CopyFileA(windowsSource.c_str(), fresh.c_str(), FALSE)) {
+        throw std::runtime_error(win32::lastErrorDescription());
+    }
+    if (!MoveFileExA(fresh.c_str(), windowsTarget.c_str(),
+                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+        const std::string fault = win32::lastErrorDescription();
+        DeleteFileA(fresh.c_str());
+        throw std::runtime_error(fault);
+    }
+}
+
 } // namespace platform
