@@ -6,14 +6,33 @@
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <stdexcept>
 #include <system_error>
 
 namespace fs = std::filesystem;
 
+// A stream opened for writing (mode 1) gathers what is written and replaces the file in one step
+// when it is closed, so a program killed while writing leaves the old file, not half a new one.
 struct FileSystem::OpenStream {
     std::fstream file;
     bool reading = false;
+    std::optional<std::string> replaces; // the Windows path of the file a writing stream replaces
+    std::string written;
+
+    OpenStream() = default;
+    OpenStream(const OpenStream&) = delete;
+    OpenStream& operator=(const OpenStream&) = delete;
+    ~OpenStream() {
+        if (!replaces) {
+            return;
+        }
+        try {
+            platform::replaceFileContents(*replaces, written);
+        } catch (const std::exception&) {
+            // Closing reports nothing; the file keeps what it held.
+        }
+    }
 };
 
 namespace {
@@ -472,13 +491,17 @@ long FileSystem::OpenFile(const std::string& path, int mode) {
         if (stream->reading && !fs::is_regular_file(file)) {
             fault("File not found");
         }
-        const std::ios::openmode how = mode == 0   ? std::ios::in
-                                       : mode == 1 ? std::ios::out | std::ios::trunc
-                                                   : std::ios::out | std::ios::app;
+        // A file to be replaced is opened for appending only to make it when missing and to learn
+        // that it can be written; what is written reaches it when the stream is closed.
+        const std::ios::openmode how = mode == 0 ? std::ios::in : std::ios::out | std::ios::app;
         errno = 0;
         stream->file.open(file, how | std::ios::binary);
         if (!stream->file.is_open()) {
             fault(errno != 0 ? std::generic_category().message(errno) : "Path not found");
+        }
+        if (mode == 1) {
+            stream->file.close();
+            stream->replaces = path;
         }
         // A freed number is given out again before the table grows.
         std::size_t slot = 0;
@@ -521,10 +544,12 @@ bool FileSystem::WriteData(long fileNumber, const std::string& text, bool wholeL
         if (stream.reading) {
             fault("Bad file mode");
         }
-        stream.file << text;
-        if (wholeLine) {
-            stream.file << "\r\n";
+        const std::string data = wholeLine ? text + "\r\n" : text;
+        if (stream.replaces) {
+            stream.written += data;
+            return false;
         }
+        stream.file << data;
         if (!stream.file) {
             fault("Device I/O error");
         }

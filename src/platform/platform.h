@@ -12,6 +12,7 @@
 #include <chrono>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace platform {
@@ -112,6 +113,10 @@ FileTimes getFileTimes(const std::string& windowsPath);
 // described std::runtime_error (or std::system_error) when the copy cannot be made; the target is
 // then as it was.
 void copyFileOver(const std::string& windowsSource, const std::string& windowsTarget);
+
+// Makes the file hold exactly `bytes`, crash-safe in the same way: written beside it, flushed and
+// renamed over it. Throws as copyFileOver does; the file is then as it was.
+void replaceFileContents(const std::string& windowsFile, std::string_view bytes);
 
 // SetFileAttributesA. Only the read-only bit (1) has an effect on Linux. False on failure.
 bool setFileAttributes(const std::string& windowsPath, std::uint32_t attributes);

@@ -74,7 +74,13 @@ TEST(FileSystemStreams, ReadsLinesOrCharactersAndReportsTheEnd) {
     EXPECT_EQ(data, "wo\nthree");
     EXPECT_TRUE(files.Eof(again));
 
-    // Writing empties the file; any other mode appends.
+    // Writing replaces the file when the stream closes, never before: a writer killed half-way
+    // leaves the old file.
+    const long writer = files.OpenFile("c:\\f.txt", 1);
+    EXPECT_FALSE(files.WriteData(writer, "new", true));
+    EXPECT_EQ(readBytes(till.driveC() / "f.txt"), "one\r\ntwo\nthree");
+    files.CloseFile(writer);
+    EXPECT_EQ(readBytes(till.driveC() / "f.txt"), "new\r\n");
     files.CloseFile(files.OpenFile("c:\\f.txt", 1));
     EXPECT_EQ(readBytes(till.driveC() / "f.txt"), "");
 }

@@ -133,4 +133,8 @@ void copyFileOver(const std::string& windowsSource, const std::string& windowsTa
     posix::replaceFile(hostPath(windowsTarget), *bytes);
 }
 
+void replaceFileContents(const std::string& windowsFile, std::string_view bytes) {
+    posix::replaceFile(hostPath(windowsFile), bytes);
+}
+
 } // namespace platform

@@ -78,17 +78,46 @@ bool setFileAttributes(const std::string& windowsPath, std::uint32_t attributes)
     return SetFileAttributesA(windowsPath.c_str(), attributes) != FALSE;
 }
 
-void copyFileOver(const std::string& windowsSource, const std::string& windowsTarget) {
-    const std::string fresh = windowsTarget + ".copying";
-    if (!CopyFileA(windowsSource.c_str(), fresh.c_str(), FALSE)) {
-        throw std::runtime_error(win32::lastErrorDescription());
-    }
-    if (!MoveFileExA(fresh.c_str(), windowsTarget.c_str(),
+namespace {
+
+// The finished copy beside the target takes the target's place, or goes.
+void moveOver(const std::string& fresh, const std::string& target) {
+    if (!MoveFileExA(fresh.c_str(), target.c_str(),
                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
         const std::string fault = win32::lastErrorDescription();
         DeleteFileA(fresh.c_str());
         throw std::runtime_error(fault);
     }
+}
+
+} // namespace
+
+void copyFileOver(const std::string& windowsSource, const std::string& windowsTarget) {
+    const std::string fresh = windowsTarget + ".copying";
+    if (!CopyFileA(windowsSource.c_str(), fresh.c_str(), FALSE)) {
+        throw std::runtime_error(win32::lastErrorDescription());
+    }
+    moveOver(fresh, windowsTarget);
+}
+
+void replaceFileContents(const std::string& windowsFile, std::string_view bytes) {
+    const std::string fresh = windowsFile + ".writing";
+    const HANDLE file = CreateFileA(fresh.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        throw std::runtime_error(win32::lastErrorDescription());
+    }
+    DWORD written = 0;
+    const bool done =
+        WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
+        written == bytes.size() && FlushFileBuffers(file);
+    const std::string fault = done ? std::string() : win32::lastErrorDescription();
+    CloseHandle(file);
+    if (!done) {
+        DeleteFileA(fresh.c_str());
+        throw std::runtime_error(fault);
+    }
+    moveOver(fresh, windowsFile);
 }
 
 } // namespace platform
