@@ -89,3 +89,49 @@ TEST_F(WizardTest, StoredMerchantSettingsAreShownAsLoaded) {
     // Each value is shown as the choice that saves it back, mode 3 included.
     expectSaved(planted);
 }
+
+// The lists' texts are the system's own: a setting is stored as the chosen text, or as the
+// chosen text's position, so a misspelt or misplaced entry would reach the till.
+TEST_F(WizardTest, FixedListsHoldTheirEntriesInOrder) {
+    open();
+    const std::map<const char*, QStringList> lists = {
+        {"cboConfigMode", {"Fully Integrated", "Semi Integrated"}},
+        {"cboSemiIntegratedMode", {kOnTerminal, kOnTill}},
+        {"cboReceiptInfo",
+         {"No receipt information lookup", "Receipt information lookup after every transaction",
+          "Receipt information lookup after dcc transaction"}},
+        {"cboAcquirer", {"", "AIB", "Elavon", "Barclays", "Streamline", "Lloyds", "HSBC"}},
+        {"cboCurrency", {"", "EUR", "GBP"}},
+        {"cboInstallType", {"LIVE", "TEST"}},
+        {"cboDevice", {"", "VeriFone SC5000", "VeriFone VX810", "VeriFone VX820"}},
+        {"cboEposType",
+         {"Till is a Microsoft Retail Management till (RMS V2)",
+          "Till is a Microsoft Retail Management till (RMS V3)",
+          "Till is not a Microsoft Retail Management till"}},
+        {"cboSwipe", {"Card is swiped on till", "Card is swiped on chip and pin device"}},
+        {"cboSplitTender",
+         {"Card split tendering is controlled by EPOS application",
+          "Card split tendering is controlled by Credit Card Add-in"}},
+        {"cboRmsPrinterNo", {"1", "2"}},
+        {"cboDisplaySize", {"Standard", "Compact", "Specify width and height twip values"}},
+        {"cboWidth", {"Screen width", "Enter width"}},
+        {"cboHeight", {"Screen height", "Enter height"}},
+        {"cboPosition",
+         {"Centered on screen", "Top left of screen", "Top right of screen",
+          "Bottom left of screen", "Bottom right of screen", "Enter left and top twip values"}},
+        {"cboCashBackEntry",
+         {"Enter amount (including cent/pence) and display decimal point",
+          "Enter amount (including cent/pence) and do not display decimal point",
+          "Enter amount in whole euros/pounds with no cent/pence entry"}},
+        {"cboDccOption",
+         {"Rate is offered on the Parvane front-end",
+          "Rate is offered on the attached chip&pin device"}},
+    };
+    for (const auto& [name, expected] : lists) {
+        EXPECT_EQ(entries(combo(name)), expected) << name;
+    }
+    const QStringList ports = entries(combo("cboPort"));
+    ASSERT_EQ(ports.size(), 256);
+    EXPECT_EQ(ports.front() + "|" + ports[1] + "|" + ports.back(), "|COM1|COM255");
+    EXPECT_EQ(entries(combo("cboFuel")).front(), "");
+}
