@@ -99,12 +99,21 @@ std::optional<std::string> kindProblem(const AnswerValue& answer) {
     }
 }
 
+// The offered texts; a long list (the ports) as its first two and its last.
 std::string listed(const std::vector<std::string>& entries) {
-    std::string text;
+    std::vector<std::string> shown;
     for (const std::string& entry : entries) {
         if (!entry.empty()) {
-            text += (text.empty() ? "" : ", ") + quoted(entry);
+            shown.push_back(quoted(entry));
         }
+    }
+    constexpr std::size_t kLongest = 12;
+    if (shown.size() > kLongest) {
+        shown = {shown[0], shown[1], "...", shown.back()};
+    }
+    std::string text;
+    for (const std::string& entry : shown) {
+        text += (text.empty() ? "" : ", ") + entry;
     }
     return text.empty() ? "none" : text;
 }
@@ -239,12 +248,6 @@ std::vector<AnswerProblem> applyAnswers(const Answers& answers, const std::strin
         checkProfile(answers, programFolder, settings, problems);
         checkFinishRule(settings, problems);
     }
-    // Problems of a line in the file's order, those of the whole file last.
-    const auto order = [](const AnswerProblem& p) {
-        return p.line == 0 ? std::numeric_limits<int>::max() : p.line;
-    };
-    std::stable_sort(
-        problems.begin(), problems.end(),
-        [&](const AnswerProblem& a, const AnswerProblem& b) { return order(a) < order(b); });
+    putInFileOrder(problems);
     return problems;
 }

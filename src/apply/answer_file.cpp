@@ -2,7 +2,9 @@
 
 #include "platform/cp1252.h"
 
+#include <algorithm>
 #include <array>
+#include <limits>
 
 namespace {
 
@@ -204,4 +206,13 @@ std::optional<TmsChoice> tmsChoiceFromText(std::string_view text) {
 
 std::string tmsChoiceText(TmsChoice choice) {
     return std::string(kTmsTexts[static_cast<std::size_t>(choice)]);
+}
+
+void putInFileOrder(std::vector<AnswerProblem>& problems) {
+    const auto order = [](const AnswerProblem& p) {
+        return p.line == 0 ? std::numeric_limits<int>::max() : p.line;
+    };
+    std::stable_sort(
+        problems.begin(), problems.end(),
+        [&](const AnswerProblem& a, const AnswerProblem& b) { return order(a) < order(b); });
 }

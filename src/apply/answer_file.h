@@ -16,6 +16,9 @@ struct AnswerProblem {
     std::string message;
 };
 
+// Problems of a line in the file's order, those of the whole file (line 0) last.
+void putInFileOrder(std::vector<AnswerProblem>& problems);
+
 struct AnswerValue {
     const SettingDescriptor* setting = nullptr;
     std::string text; // Windows-1252, as it will be stored

@@ -167,6 +167,7 @@ public:
         for (AnswerProblem& problem : applyAnswers(answers, folder_, request.settings)) {
             report_.problems.push_back(std::move(problem));
         }
+        putInFileOrder(report_.problems);
         if (!report_.problems.empty()) {
             return finish(ApplyExit::BadAnswers);
         }
