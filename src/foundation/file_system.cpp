@@ -53,17 +53,9 @@ std::string describe(const std::exception& error) {
 
 #ifdef _WIN32
 // libstdc++ before GCC 13 takes any two files of one Windows drive for the same file (it compares
-// inode numbers, which Windows does not have) and refuses every existing target. A copy made
-// beside the target and renamed over it replaces the target just as well, even when both name
-// the same file.
-void copyOver(const fs::path& from, const fs::path& to) {
-    fs::path fresh = to;
-    fresh += ".copying";
-    fs::remove(fresh);
-    fs::copy_file(from, fresh);
-    fs::rename(fresh, to);
-}
-
+// inode numbers, which Windows does not have) and refuses every existing target, so an existing
+// target is replaced through the platform's copy, made beside it and renamed over it. Host paths
+// are Windows paths on this build.
 void copyTree(const fs::path& from, const fs::path& to, bool overwrite) {
     for (const auto& entry : fs::recursive_directory_iterator(from)) {
         const fs::path target = to / fs::relative(entry.path(), from);
@@ -72,7 +64,7 @@ void copyTree(const fs::path& from, const fs::path& to, bool overwrite) {
         } else if (!fs::exists(target)) {
             fs::copy_file(entry.path(), target);
         } else if (overwrite) {
-            copyOver(entry.path(), target);
+            platform::copyFileOver(entry.path().string(), target.string());
         } else {
             throw fs::filesystem_error("cannot copy", entry.path(), target,
                                        std::make_error_code(std::errc::file_exists));
