@@ -1,6 +1,7 @@
 #include "configure/changed_settings.h"
 
 #include "settings/ccaddin_registry.h"
+#include "settings/setting_fields.h"
 #include "settings/settings_table.h"
 
 #include <array>
@@ -15,93 +16,89 @@ struct ComparedSetting {
     Marks marks;
 };
 
-constexpr std::int32_t kBaseCurrency = 1;
-constexpr std::int32_t kBaseCurrencyExponent = 2;
-constexpr std::int32_t kBaseCurrencyName = 3;
-
 using enum Marks;
 
 // The order is the add-in's and is kept: DecimalInSplitTender is compared twice, and everything
 // from AutoRunReport on is written without counting as a change, so such a run still logs that
 // the registry was not changed.
 constexpr std::array<ComparedSetting, 67> kComparedSettings{{
-    {0, changed},             // bAppendLineFeed
-    {6, changed},             // bCustomerNotPresent
-    {8, changed},             // bExternalSwipe
-    {29, changed},            // lTillType
-    {20, changed},            // bSplitTender
-    {61, changed},            // bDecimalInSplitTender
-    {25, changed},            // bTestMode
-    {21, changed},            // lPrinterType
-    {24, changed},            // strAcquirer
-    {kBaseCurrency, changed}, // strbaseCurrency, with its name and exponent
-    {30, changed},            // strChipDeviceName
-    {28, changed},            // strComPort
-    {26, changed},            // strIdlePrompt1
-    {27, changed},            // strIdlePrompt2
-    {31, changed},            // strOposPrinterDeviceName
-    {12, changed},            // strCorvixClientId
-    {13, changed},            // strCorvixMerchantId
-    {22, changed},            // strWindowsPrinterName
-    {23, changed},            // strWindowsPrinterFontName
-    {36, changed},            // lPrintReceiptsBitmap
-    {37, changed},            // lLineFeedsBeforePaperCut
-    {38, changed},            // bAutoAcceptOnPinVerification
-    {39, changed},            // bWindowsFontBold
-    {40, changed},            // lWindowsFontSize
-    {41, changed},            // lRmsReceiptPrinterNo
-    {42, changed},            // bRefundSigOnMerchCopy
-    {43, changed},            // bAlwaysOnTop
-    {52, changed},            // strTrackStartId
-    {53, changed},            // strTrackEndId
-    {45, changed},            // strPrinterPort
-    {46, changed},            // lPrinterBaudRate
-    {47, changed},            // strPrinterParity
-    {48, changed},            // lPrinterdatabits
-    {49, changed},            // dPrinterStopbit
-    {50, changed},            // lPrinterFlowControl
-    {51, changed},            // strPrinterCutPaper
-    {44, changed},            // bRePrintReceipt
-    {54, changed},            // bDailyTmsCall
-    {56, changed},            // strFuelType
-    {11, changed},            // bObscureCardNumber
-    {33, changed},            // lDccType
-    {57, changed},            // lCashbackEntryType
-    {58, changed},            // bCashback
-    {61, changed},            // bDecimalInSplitTender, a second time
-    {32, changed},            // lOperatingMode
-    {62, changed},            // bE2EEEnabled
-    {63, quietly},            // bAutoRunReport
-    {64, quietly},            // bOfflineMode
-    {66, quietly},            // bCloseBatch
-    {65, quietly},            // strTessalyID
-    {70, quietly},            // lDisplayMode
-    {71, quietly},            // lAddinHeight
-    {72, quietly},            // lAddinWidth
-    {68, quietly},            // lLeftTwips
-    {69, quietly},            // lTopTwips
-    {67, quietly},            // lStartupPosition
-    {73, quietly},            // bCustomerReceiptFirstIfPinVerified
-    {74, quietly},            // strPrintNormalControl
-    {75, quietly},            // strPrintBoldControl
-    {76, quietly},            // bCutPaperAfterMerchantCopy
-    {77, quietly},            // bCutPaperAfterCustomerCopy
-    {78, quietly},            // bPrintMerchantHeader
-    {79, quietly},            // bPrintCustomerHeader
-    {80, quietly},            // bPromptTappedCustomerReceipt
-    {81, quietly},            // bAutoAcceptTappedNoVerification
-    {82, quietly},            // bMakeMerchantReceiptsAvailableToClient
-    {85, quietly},            // bDisplayOndrelLogo
+    {field::bAppendLineFeed, changed},
+    {field::bCustomerNotPresent, changed},
+    {field::bExternalSwipe, changed},
+    {field::lTillType, changed},
+    {field::bSplitTender, changed},
+    {field::bDecimalInSplitTender, changed},
+    {field::bTestMode, changed},
+    {field::lPrinterType, changed},
+    {field::strAcquirer, changed},
+    {field::strbaseCurrency, changed}, // with its name and exponent
+    {field::strChipDeviceName, changed},
+    {field::strComPort, changed},
+    {field::strIdlePrompt1, changed},
+    {field::strIdlePrompt2, changed},
+    {field::strOposPrinterDeviceName, changed},
+    {field::strCorvixClientId, changed},
+    {field::strCorvixMerchantId, changed},
+    {field::strWindowsPrinterName, changed},
+    {field::strWindowsPrinterFontName, changed},
+    {field::lPrintReceiptsBitmap, changed},
+    {field::lLineFeedsBeforePaperCut, changed},
+    {field::bAutoAcceptOnPinVerification, changed},
+    {field::bWindowsFontBold, changed},
+    {field::lWindowsFontSize, changed},
+    {field::lRmsReceiptPrinterNo, changed},
+    {field::bRefundSigOnMerchCopy, changed},
+    {field::bAlwaysOnTop, changed},
+    {field::strTrackStartId, changed},
+    {field::strTrackEndId, changed},
+    {field::strPrinterPort, changed},
+    {field::lPrinterBaudRate, changed},
+    {field::strPrinterParity, changed},
+    {field::lPrinterdatabits, changed},
+    {field::dPrinterStopbit, changed},
+    {field::lPrinterFlowControl, changed},
+    {field::strPrinterCutPaper, changed},
+    {field::bRePrintReceipt, changed},
+    {field::bDailyTmsCall, changed},
+    {field::strFuelType, changed},
+    {field::bObscureCardNumber, changed},
+    {field::lDccType, changed},
+    {field::lCashbackEntryType, changed},
+    {field::bCashback, changed},
+    {field::bDecimalInSplitTender, changed}, // a second time
+    {field::lOperatingMode, changed},
+    {field::bE2EEEnabled, changed},
+    {field::bAutoRunReport, quietly},
+    {field::bOfflineMode, quietly},
+    {field::bCloseBatch, quietly},
+    {field::strTessalyID, quietly},
+    {field::lDisplayMode, quietly},
+    {field::lAddinHeight, quietly},
+    {field::lAddinWidth, quietly},
+    {field::lLeftTwips, quietly},
+    {field::lTopTwips, quietly},
+    {field::lStartupPosition, quietly},
+    {field::bCustomerReceiptFirstIfPinVerified, quietly},
+    {field::strPrintNormalControl, quietly},
+    {field::strPrintBoldControl, quietly},
+    {field::bCutPaperAfterMerchantCopy, quietly},
+    {field::bCutPaperAfterCustomerCopy, quietly},
+    {field::bPrintMerchantHeader, quietly},
+    {field::bPrintCustomerHeader, quietly},
+    {field::bPromptTappedCustomerReceipt, quietly},
+    {field::bAutoAcceptTappedNoVerification, quietly},
+    {field::bMakeMerchantReceiptsAvailableToClient, quietly},
+    {field::bDisplayOndrelLogo, quietly},
 }};
 
 // The add-in only knows two currency names: every code but EUR is shown as sterling.
 void writeBaseCurrency(TCcAddinRegistry& settings) {
-    settings.WriteRegistry(kBaseCurrency);
+    settings.WriteRegistry(field::strbaseCurrency);
     settings.strBaseCurrencyName =
         settings.strbaseCurrency != "EUR" ? "British Pound" : "European Euro";
-    settings.WriteRegistry(kBaseCurrencyName);
+    settings.WriteRegistry(field::strBaseCurrencyName);
     settings.lBaseCurrencyExponent = 2;
-    settings.WriteRegistry(kBaseCurrencyExponent);
+    settings.WriteRegistry(field::lBaseCurrencyExponent);
 }
 
 } // namespace
@@ -113,7 +110,7 @@ bool writeChangedSettings(const TCcAddinRegistry& installed, TCcAddinRegistry& s
         if (setting == nullptr || sameValue(settings, installed, *setting)) {
             continue;
         }
-        if (compared.fieldNumber == kBaseCurrency) {
+        if (compared.fieldNumber == field::strbaseCurrency) {
             writeBaseCurrency(settings);
         } else {
             settings.WriteRegistry(compared.fieldNumber);

@@ -12,22 +12,42 @@
 #include "installer/install_qm_manager.h"
 #include "settings/ccaddin_registry.h"
 #include "settings/connection_info.h"
+#include "settings/setting_fields.h"
+#include "settings/settings_table.h"
 #include "tms/zontalk_client_ini.h"
 
+#include <array>
 #include <chrono>
 #include <exception>
 #include <initializer_list>
+#include <string_view>
 
 namespace {
 
 const std::string kSc5000 = "VeriFone SC5000";
 constexpr std::int32_t kRmsV2Till = 1;
-constexpr std::int32_t kPasswordField = 14;
 
-// Written on every run whatever the user chose: the folders follow the program, and the receipt
-// and reader options are the ones every till is supported with.
-constexpr std::initializer_list<std::int32_t> kAlwaysWritten = {4,  5, 16, 15, 60,
-                                                                59, 7, 19, 18, 17};
+// Written on every run whatever the user chose, in this order: the folders follow the program,
+// and the receipt and reader options are the ones every till is supported with. Each value is
+// its registry text; a folder value is under the program folder.
+struct ForcedValue {
+    std::int32_t field;
+    std::string_view text;
+    bool underProgramFolder = false;
+};
+
+constexpr std::array<ForcedValue, 10> kForcedValues{{
+    {field::strConfigFileLocation, "", true},
+    {field::strConfigFileName, "cxclientconfig.ini"},
+    {field::strReportFileLocation, "reports\\", true},
+    {field::strReceiptFileLocation, "receipts\\", true},
+    {field::bCardEnquiry, "1"},
+    {field::bCardReaderStatus, "1"},
+    {field::lDeleteReceiptDays, "60"},
+    {field::bSaveReceipts, "1"},
+    {field::strRmsCcTenderType, "Credit Card"},
+    {field::strRmsCashTenderType, "Cash"},
+}};
 
 // Runs a job's body under its trap: a fault becomes the job's failure with the prefix and the
 // fault's description in `message`. The body returns true when it failed without a fault.
@@ -71,14 +91,17 @@ const char* trueFalse(bool value) {
 }
 
 void forceSupportedValues(TCcAddinRegistry& settings, const std::string& folder) {
-    settings.strReportFileLocation = folder + "reports\\";
-    settings.strReceiptFileLocation = folder + "receipts\\";
-    settings.bSaveReceipts = true;
-    settings.bCardEnquiry = true;
-    settings.bCardReaderStatus = true;
-    settings.lDeleteReceiptDays = 60;
-    settings.strRmsCashTenderType = "Cash";
-    settings.strRmsCcTenderType = "Credit Card";
+    for (const ForcedValue& forced : kForcedValues) {
+        const std::string text(forced.text);
+        applyStoredText(settings, *findSetting(forced.field),
+                        forced.underProgramFolder ? folder + text : text);
+    }
+}
+
+void writeForcedValues(TCcAddinRegistry& settings) {
+    for (const ForcedValue& forced : kForcedValues) {
+        settings.WriteRegistry(forced.field);
+    }
 }
 
 } // namespace
@@ -160,19 +183,14 @@ void TcOnfigureTessaly::UpdateRegistry(TCcAddinRegistry& installed, TCcAddinRegi
                                        Logging& log, const std::string& installPath, bool& failed) {
     trapped(strErrorMessage, "TConfigureTessaly.UpdateRegistry() Failed - ", failed, [&] {
         strStatus = "Updating registry settings";
-        const std::string folder = TessalyConfig::AddBackslash(installPath);
-        settings.strConfigFileLocation = folder;
-        settings.strConfigFileName = "cxclientconfig.ini";
+        forceSupportedValues(settings, TessalyConfig::AddBackslash(installPath));
         // Decided on the installed password, not the one typed: a till that never had one gets
         // the default, whatever the user entered.
         if (installed.strCorvixPassword.empty()) {
             settings.strCorvixPassword = "tulip";
-            settings.WriteRegistry(kPasswordField);
+            settings.WriteRegistry(field::strCorvixPassword);
         }
-        forceSupportedValues(settings, folder);
-        for (const std::int32_t field : kAlwaysWritten) {
-            settings.WriteRegistry(field);
-        }
+        writeForcedValues(settings);
         const bool bChanged = writeChangedSettings(installed, settings);
         log.Logit(bChanged ? "Changes made to registry settings"
                            : "No changes made to the registry");
