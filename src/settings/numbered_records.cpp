@@ -1,7 +1,7 @@
 #include "settings/numbered_records.h"
 
 #include "foundation/csv_record.h"
-#include "settings/strict_number.h"
+#include "foundation/strict_number.h"
 
 #include <cstdint>
 

@@ -1,7 +1,7 @@
 #include "ui/frm_pt_serial_config.h"
 
 #include "foundation/comm_parms.h"
-#include "settings/strict_number.h"
+#include "foundation/strict_number.h"
 #include "ui/printer_serial.h"
 #include "ui/ui_text.h"
 
@@ -11,8 +11,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
-#include <charconv>
-#include <stdexcept>
 
 namespace {
 constexpr const char* kDefaultPaperCut = "1B64040D0A1B690D0A";
@@ -23,31 +21,6 @@ QComboBox* makeCombo(const char* name) {
     box->setEditable(true);
     box->setInsertPolicy(QComboBox::NoInsert);
     return box;
-}
-
-// The till's conversion of a typed number: a number or a fault, never a silent 0.
-// "." is the decimal point whatever the machine's locale, as the settings store writes it.
-double strictToDouble(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    const std::size_t last = text.find_last_not_of(' ');
-    double value = 0.0;
-    if (first == std::string::npos) {
-        throw std::invalid_argument("Type mismatch");
-    }
-    const char* end = text.data() + last + 1;
-    const auto [stop, error] = std::from_chars(text.data() + first, end, value);
-    if (error != std::errc() || stop != end) {
-        throw std::invalid_argument("Type mismatch");
-    }
-    return value;
-}
-
-std::int16_t strictToInt(const std::string& text) {
-    const std::int32_t value = strictToLong(text);
-    if (value < INT16_MIN || value > INT16_MAX) {
-        throw std::out_of_range("Overflow");
-    }
-    return static_cast<std::int16_t>(value);
 }
 } // namespace
 
