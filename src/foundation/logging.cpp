@@ -37,15 +37,12 @@ const char* controlName(unsigned char code) {
     return nullptr;
 }
 
-// "03 Mar 2025: 14:05:09 : ". English month names whatever the machine's locale, so logs from
-// every till read alike.
+// "03 Mar 2025: 14:05:09 : ", the month as the till's locale abbreviates it.
 std::string stamp(const DateTime& now) {
-    static const char* const months[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                         "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-    const char* month = now.month >= 1 && now.month <= 12 ? months[now.month - 1] : "???";
+    const std::string month = platform::abbreviatedMonthName(now.month);
     char text[96];
-    std::snprintf(text, sizeof text, "%02d %s %04d: %02d:%02d:%02d : ", now.day, month, now.year,
-                  now.hour, now.minute, now.second);
+    std::snprintf(text, sizeof text, "%02d %s %04d: %02d:%02d:%02d : ", now.day, month.c_str(),
+                  now.year, now.hour, now.minute, now.second);
     return text;
 }
 

@@ -140,4 +140,11 @@ std::intptr_t shellOpen(const std::string& windowsFile, const std::string& param
 // GetComputerNameA. Empty when the name cannot be read.
 std::string computerName();
 
+// ---- Locale ------------------------------------------------------------------------------------
+
+// The abbreviated name of a month (1 to 12) in the user's locale, in Windows-1252: the user
+// locale's on Windows; on Linux that of LC_TIME as the environment sets it (LC_ALL, LC_TIME,
+// LANG). English where no locale is set, and where the name cannot be written in Windows-1252.
+std::string abbreviatedMonthName(int month);
+
 } // namespace platform

@@ -1,5 +1,6 @@
 #include "foundation/logging.h"
 #include "support/fake_clock.h"
+#include "support/scoped_environment.h"
 #include "support/temp_till.h"
 
 #include <filesystem>
@@ -41,6 +42,28 @@ TEST(Logging, LinesCarryAnEnglishStampAndSpellOutControlCharacters) {
     log.Logit2("x\ty");
     EXPECT_EQ(readBytes(till.driveC() / "tessaly" / "raw.log"), "28 Dec 2025: 14:05:09 : x\ty\r\n");
 }
+
+#ifndef _WIN32
+// The month follows the time locale the environment names, in the log's code page.
+TEST(Logging, TheMonthIsTheTimeLocalesOwn) {
+    TempTill till;
+    FakeClock clock(2025, 3, 3, 14, 5, 9);
+    const fs::path locales = till.root() / "locales";
+    fs::create_directories(locales);
+    ASSERT_EQ(std::system(("localedef -i de_DE -f UTF-8 " + (locales / "de_DE.UTF-8").string() +
+                           " >/dev/null 2>&1")
+                              .c_str()),
+              0)
+        << "localedef (Debian: libc-bin, locales) makes the German locale";
+    ScopedEnvironment path("LOCPATH", locales.string());
+    ScopedEnvironment time("LC_ALL", "de_DE.UTF-8");
+    fs::create_directories(till.driveC() / "tessaly");
+    Logging log = logTo("c:\\tessaly");
+    log.Logit("Gestartet");
+    EXPECT_EQ(readBytes(till.driveC() / "tessaly" / "TessalyConfig.log"),
+              "03 M\xE4r 2025: 14:05:09 : Gestartet\r\n");
+}
+#endif
 
 TEST(Logging, MaskingKeepsShortNumbersAndTheLastFourDigitsOfCardNumbers) {
     TempTill till;

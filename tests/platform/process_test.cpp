@@ -61,12 +61,22 @@ TEST(StartHidden, FindsTheProgramAsWindowsDoesPassesItsArgumentsWaitsAndNamesItO
     EXPECT_EQ(readBytes(record),
               "[x]\n[c:\\tessaly\\lumora\\]\n[]\n[two words]\n[a\\b c]\nout=/dev/null\ndone\n");
 
-    // Waiting again, or on ids that are no child of ours, returns at once.
-    const auto start = std::chrono::steady_clock::now();
-    for (std::uint32_t id : {pid, 0u, 1u, static_cast<std::uint32_t>(INT_MAX), UINT32_MAX}) {
+    // Waiting again, or on ids that name no process, returns at once.
+    auto start = std::chrono::steady_clock::now();
+    for (std::uint32_t id : {pid, 0u, static_cast<std::uint32_t>(INT_MAX), UINT32_MAX}) {
         platform::waitForProcess(id);
     }
     EXPECT_LT(std::chrono::steady_clock::now() - start, 1s);
+
+    // A live process that is not our child (the shell's background job) is waited for.
+    FILE* shell = ::popen("sleep 0.6 >/dev/null & echo $!", "r");
+    ASSERT_NE(shell, nullptr);
+    unsigned grandchild = 0;
+    ASSERT_EQ(std::fscanf(shell, "%u", &grandchild), 1);
+    ::pclose(shell);
+    start = std::chrono::steady_clock::now();
+    platform::waitForProcess(grandchild);
+    EXPECT_GE(std::chrono::steady_clock::now() - start, 400ms);
 
     // A bare name is looked for in the current folder, and along PATH.
     fs::remove(record);

@@ -1,5 +1,5 @@
-// The main of every test program: fixed time zone and locale, so dates and numbers read the
-// same on every machine.
+// The main of every test program: fixed time zone and locale, so dates, month names and numbers
+// read the same on every machine.
 #include <clocale>
 #include <cstdlib>
 #include <ctime>
@@ -8,9 +8,11 @@
 int main(int argc, char** argv) {
 #ifdef _WIN32
     _putenv_s("TZ", "UTC");
+    _putenv_s("LC_ALL", "C");
     _tzset();
 #else
     setenv("TZ", "UTC", 1);
+    setenv("LC_ALL", "C", 1);
     tzset();
 #endif
     std::setlocale(LC_ALL, "C");

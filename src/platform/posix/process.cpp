@@ -12,10 +12,12 @@
 #include <cstring>
 #include <fcntl.h>
 #include <optional>
+#include <poll.h>
 #include <signal.h>
 #include <spawn.h>
 #include <stdexcept>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -23,6 +25,23 @@ extern char** environ;
 
 namespace platform {
 namespace {
+
+// Waits for a process that is not our child to end: pidfd_open gives a descriptor that becomes
+// readable when it does. Where the kernel lacks pidfd_open, the process is looked for every 50 ms.
+void waitForOtherProcess(pid_t pid) {
+    const int descriptor = static_cast<int>(::syscall(SYS_pidfd_open, pid, 0));
+    if (descriptor < 0) {
+        const bool noPidfd = errno == ENOSYS;
+        while (noPidfd && (::kill(pid, 0) == 0 || errno == EPERM)) {
+            ::usleep(50000);
+        }
+        return;
+    }
+    pollfd ended{descriptor, POLLIN, 0};
+    while (::poll(&ended, 1, -1) < 0 && errno == EINTR) {
+    }
+    ::close(descriptor);
+}
 
 // ShellExecute's results: above 32 is success; these are the failures it can report here.
 constexpr std::intptr_t kShellStarted = 42;
@@ -258,9 +277,16 @@ void waitForProcess(std::uint32_t processId) {
     if (processId == 0 || processId > static_cast<std::uint32_t>(INT_MAX)) {
         return;
     }
-    // A process that is not our child (already reaped, never ours) gives ECHILD at once.
-    while (::waitpid(static_cast<pid_t>(processId), nullptr, 0) < 0 && errno == EINTR) {
+    const auto pid = static_cast<pid_t>(processId);
+    int reaped = 0;
+    while ((reaped = ::waitpid(pid, nullptr, 0)) < 0 && errno == EINTR) {
     }
+    if (reaped >= 0 || errno != ECHILD) {
+        return;
+    }
+    // Not our child, or already reaped: a live process is waited for all the same, as a Windows
+    // process handle is; an id that names none returns at once.
+    waitForOtherProcess(pid);
 }
 
 std::intptr_t shellOpen(const std::string& windowsFile, const std::string& parameters) {

@@ -80,6 +80,22 @@ bool setFileAttributes(const std::string& windowsPath, std::uint32_t attributes)
 
 namespace {
 
+// MOVEFILE_WRITE_THROUGH waits for the rename only, not for the data of the file renamed, so the
+// copy is flushed first: a crash after the rename must not leave a target that is empty on disk.
+void flushToDisk(const std::string& fresh) {
+    const HANDLE file = CreateFileA(fresh.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    const bool flushed = file != INVALID_HANDLE_VALUE && FlushFileBuffers(file);
+    const std::string fault = flushed ? std::string() : win32::lastErrorDescription();
+    if (file != INVALID_HANDLE_VALUE) {
+        CloseHandle(file);
+    }
+    if (!flushed) {
+        DeleteFileA(fresh.c_str());
+        throw std::runtime_error(fault);
+    }
+}
+
 // The finished copy beside the target takes the target's place, or goes.
 void moveOver(const std::string& fresh, const std::string& target) {
     if (!MoveFileExA(fresh.c_str(), target.c_str(),
@@ -97,6 +113,7 @@ void copyFileOver(const std::string& windowsSource, const std::string& windowsTa
     if (!CopyFileA(windowsSource.c_str(), fresh.c_str(), FALSE)) {
         throw std::runtime_error(win32::lastErrorDescription());
     }
+    flushToDisk(fresh);
     moveOver(fresh, windowsTarget);
 }
 

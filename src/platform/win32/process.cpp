@@ -1,5 +1,6 @@
 // Hidden processes, waits and shell opens through the Windows functions (<windows.h> brings
 // ShellExecuteA in).
+#include "platform/english_months.h"
 #include "platform/platform.h"
 #include "platform/win32/win32_error.h"
 
@@ -50,6 +51,26 @@ std::string computerName() {
         return "";
     }
     return std::string(name, length);
+}
+
+// Read as text in UTF-16 and written in Windows-1252 whatever the till's ANSI code page, so the
+// log stays in the one code page of everything the program writes.
+std::string abbreviatedMonthName(int month) {
+    if (month < 1 || month > 12) {
+        return "???";
+    }
+    wchar_t wide[80] = {};
+    const LCTYPE item = static_cast<LCTYPE>(LOCALE_SABBREVMONTHNAME1 + month - 1);
+    const int length = GetLocaleInfoW(LOCALE_USER_DEFAULT, item, wide, 80);
+    char text[160] = {};
+    BOOL lossy = FALSE;
+    const int bytes = length > 1 ? WideCharToMultiByte(1252, 0, wide, length - 1, text, sizeof text,
+                                                       nullptr, &lossy)
+                                 : 0;
+    if (bytes <= 0 || lossy) {
+        return kEnglishMonths[static_cast<std::size_t>(month - 1)];
+    }
+    return std::string(text, static_cast<std::size_t>(bytes));
 }
 
 } // namespace platform
