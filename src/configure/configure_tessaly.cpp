@@ -4,6 +4,7 @@
 #include "configure/cx_client_config.h"
 #include "configure/rms_hook_setup.h"
 #include "foundation/clock.h"
+#include "foundation/error_trap.h"
 #include "foundation/event_pump.h"
 #include "foundation/file_system.h"
 #include "foundation/logging.h"
@@ -18,7 +19,6 @@
 
 #include <array>
 #include <chrono>
-#include <exception>
 #include <initializer_list>
 #include <string_view>
 
@@ -48,21 +48,6 @@ constexpr std::array<ForcedValue, 10> kForcedValues{{
     {field::strRmsCcTenderType, "Credit Card"},
     {field::strRmsCashTenderType, "Cash"},
 }};
-
-// Runs a job's body under its trap: a fault becomes the job's failure with the prefix and the
-// fault's description in `message`. The body returns true when it failed without a fault.
-template <typename Body>
-void trapped(std::string& message, const char* prefix, bool& failed, Body&& body) {
-    try {
-        failed = body();
-    } catch (const std::exception& fault) {
-        message = prefix + std::string(fault.what());
-        failed = true;
-    } catch (...) {
-        message = prefix + std::string("unknown error");
-        failed = true;
-    }
-}
 
 // The device manager only reads its database at start-up; the pause gives the service time to
 // let go of the file after the stop. Window events keep running so the wizard stays live. The
@@ -149,11 +134,8 @@ std::int32_t TcOnfigureTessaly::Configure(TCcAddinRegistry& oInstalledSettings,
         }
         log.Logit("Ending Tessaly Configuration");
         return bFailed ? 1 : 0;
-    } catch (const std::exception& fault) {
-        strErrorMessage = "TConfigureTessaly.Configure() Failed - " + std::string(fault.what());
-        return 1;
     } catch (...) {
-        strErrorMessage = "TConfigureTessaly.Configure() Failed - unknown error";
+        strErrorMessage = "TConfigureTessaly.Configure() Failed - " + faultDescription();
         return 1;
     }
 }
