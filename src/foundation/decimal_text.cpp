@@ -119,4 +119,10 @@ Reading readWhole(std::string_view text, double lowest, double highest) {
     return reading;
 }
 
+std::string shortestText(double value) {
+    char buffer[64];
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
+    return result.ec == std::errc() ? std::string(buffer, result.ptr) : std::string("0");
+}
+
 } // namespace decimal_text

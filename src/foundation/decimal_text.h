@@ -4,6 +4,7 @@
 // what a number is.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace decimal_text {
@@ -26,5 +27,9 @@ Reading readDecimal(std::string_view text);
 // 2, "3.5" gives 4), as the till's conversions always have; outside [lowest, highest] after
 // rounding is an overflow.
 Reading readWhole(std::string_view text, double lowest, double highest);
+
+// The shortest text with "." as the point that readDecimal reads back as the same number (1.5 is
+// "1.5", 2 is "2"), whatever the machine's locale.
+std::string shortestText(double value);
 
 } // namespace decimal_text

@@ -108,3 +108,16 @@ void TCcAddinRegistry::SaveLastTmsCallDate() {
     } catch (...) {
     }
 }
+
+bool settingStored(std::int32_t fieldNumber) {
+    try {
+        const SettingDescriptor* setting = findSetting(fieldNumber);
+        std::string stored;
+        return setting != nullptr &&
+               TRegistry().GetRegistryValue(kKeyPath, std::string(setting->valueName), stored) ==
+                   0 &&
+               !stored.empty();
+    } catch (...) {
+        return false;
+    }
+}

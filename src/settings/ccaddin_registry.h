@@ -117,3 +117,8 @@ public:
     bool bE2eeObscureCardNumberOfflineMode = false;
     bool bObscureCardNumberOfflineMode = false;
 };
+
+// True when the add-in's key holds a text other than "" for the setting with this field number.
+// The record reads a missing value and a stored 0 alike; the few places that must tell "nothing
+// stored" from a stored value ask here.
+bool settingStored(std::int32_t fieldNumber);

@@ -1,11 +1,10 @@
 #include "settings/settings_table.h"
 
+#include "foundation/decimal_text.h"
 #include "foundation/tessaly_config.h"
 #include "foundation/tessaly_string.h"
 #include "settings/setting_fields.h"
 
-#include <charconv>
-#include <system_error>
 #include <type_traits>
 
 namespace {
@@ -232,16 +231,6 @@ bool flagByRule(ReadRule rule, const std::string& stored, bool current) {
     }
 }
 
-std::string realText(double value) {
-    // The shortest text that reads back as the same number, with "." whatever the locale.
-    char buffer[64];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-    if (result.ec != std::errc()) {
-        return "0";
-    }
-    return std::string(buffer, result.ptr);
-}
-
 } // namespace
 
 const std::array<SettingDescriptor, kSettingCount>& settingsTable() {
@@ -285,7 +274,7 @@ std::string storedText(const TCcAddinRegistry& record, const SettingDescriptor& 
             } else if constexpr (std::is_same_v<Value, bool>) {
                 return value ? "1" : "0";
             } else {
-                return realText(value);
+                return decimal_text::shortestText(value);
             }
         },
         setting.member);
