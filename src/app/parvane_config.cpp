@@ -1,7 +1,7 @@
 // The configuration wizard: the program is its one window and ends when the window closes.
 #include "platform/cp1252.h"
 #include "platform/platform.h"
-#include "ui/frm_tessaly_config.h"
+#include "ui/qt/frm_tessaly_config.h"
 
 #include <QApplication>
 #include <QMessageBox>

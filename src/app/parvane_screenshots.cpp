@@ -4,9 +4,10 @@
 // Given the payment client's folder of a demo till with a VeriFone SC5000, the progress page and
 // the TMS dialog are taken from a real run: a new chip and PIN port makes the run reconfigure the
 // device manager, and the page is captured during its ten-second pause. Use a throwaway till.
-#include "ui/frm_pt_serial_config.h"
-#include "ui/frm_tessaly_config.h"
-#include "ui/frm_tms.h"
+#include "ui/qt/frm_tessaly_config.h"
+#include "ui/qt/qt_dialogs.h"
+#include "wizard/frm_pt_serial_config.h"
+#include "wizard/frm_tms.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -55,7 +56,10 @@ bool captureRealRun(frmTessalyConfig& form, const QDir& dir, bool& tmsSaved) {
     if (device->currentText() != "VeriFone SC5000") {
         return false;
     }
-    port->setCurrentIndex(port->currentIndex() == 2 ? 3 : 2);
+    // As the user chooses: the list's own signal for a choice carries the change to the wizard.
+    const int other = port->currentIndex() == 2 ? 3 : 2;
+    port->setCurrentIndex(other);
+    emit port->activated(other);
     if (!finish->isEnabled()) {
         return false;
     }
@@ -82,22 +86,26 @@ int main(int argc, char** argv) {
 
     frmTessalyConfig form(argc > 2 ? argv[2] : "");
     for (int page = 0; page <= 5; ++page) {
-        form.ShowPage(page);
+        form.form().ShowPage(page);
         ok = save(form, dir.filePath(QString("page-%1.png").arg(page))) && ok;
     }
-    frmPTSerialConfig serial;
+    wizard::frmPTSerialConfig serialDialog;
+    frmPTSerialConfig serial(serialDialog, nullptr);
+    serialDialog.Form_Load();
     ok = save(serial, dir.filePath("printer-settings.png")) && ok;
 
     bool tmsSaved = false;
     if (!captureRealRun(form, dir, tmsSaved)) {
         std::printf("no SC5000 demo till: the progress page is shown as it stands mid-run\n");
-        form.ShowPage(6);
-        frmTessalyConfig::SetProgress(form.findChild<QProgressBar*>("ProgressBar1"), 0, 100, 2, 8);
+        form.form().ShowPage(6);
+        form.findChild<QProgressBar*>("ProgressBar1")->setValue(25);
         form.findChild<QLabel*>("capstatus")->setText("Configuring Quenmar database");
         ok = save(form, dir.filePath("page-6.png")) && ok;
     }
     if (!tmsSaved) {
-        frmTms tms;
+        wizard::frmTms tmsDialog;
+        frmTms tms(tmsDialog, nullptr);
+        tmsDialog.Form_Load();
         ok = save(tms, dir.filePath("tms-call.png")) && ok;
     }
     return ok ? 0 : 1;

@@ -8,11 +8,11 @@
 int main(int argc, char** argv) {
 #ifdef _WIN32
     _putenv_s("TZ", "UTC");
-    _putenv_s("LC_ALL", "C");
+    _putenv_s("LC_ALL", "C.UTF-8");
     _tzset();
 #else
     setenv("TZ", "UTC", 1);
-    setenv("LC_ALL", "C", 1);
+    setenv("LC_ALL", "C.UTF-8", 1);
     tzset();
 #endif
     std::setlocale(LC_ALL, "C");

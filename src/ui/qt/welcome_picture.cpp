@@ -1,4 +1,4 @@
-#include "ui/welcome_picture.h"
+#include "ui/qt/welcome_picture.h"
 
 #include <QBuffer>
 #include <QImage>

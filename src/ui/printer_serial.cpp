@@ -1,3 +1,0 @@
-#include "ui/printer_serial.h"
-
-PrinterSerialParameters printerSerial;
