@@ -262,10 +262,8 @@ template <typename Kind> NativeKind nativeKind(const wizard::ControlInfo& info) 
         // The wizard's own texts are shown as they are: an "&" in them is no Alt key.
         return {WC_STATICW, SS_LEFT | SS_NOPREFIX, 0};
     } else if constexpr (std::is_same_v<Kind, wizard::Frame>) {
-        // A page of the wizard is a window of its own (its heading drawn by the face); a frame
-        // inside a dialog is a group box.
-        return info.page >= 0 ? NativeKind{L"ParvanePage", 0, WS_EX_CONTROLPARENT}
-                              : NativeKind{WC_BUTTONW, BS_GROUPBOX, 0};
+        // A frame is a window of its own that holds its controls and draws its heading.
+        return {L"ParvanePage", 0, WS_EX_CONTROLPARENT};
     } else if constexpr (std::is_same_v<Kind, wizard::Picture>) {
         return {WC_STATICW, SS_BITMAP, 0};
     } else {

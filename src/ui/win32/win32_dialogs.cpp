@@ -85,6 +85,16 @@ HWND makeDialogWindow(HWND owner, std::string_view caption, int width, int heigh
                            outerHeight, owner, nullptr, GetModuleHandleW(nullptr), nullptr);
 }
 
+// A dialog's controls sit on the dialog, but for those inside its frame (the TMS type's list and
+// description), which sit on the frame.
+std::function<HWND(const wizard::ControlInfo&, const Win32ControlSet&)> sitsOn(HWND dialog) {
+    return [dialog](const wizard::ControlInfo& info, const Win32ControlSet& made) {
+        HWND frame = made.window("fraTmsType");
+        return frame != nullptr && (info.name == "cboTmsType" || info.name == "lblDesc") ? frame
+                                                                                         : dialog;
+    };
+}
+
 // Builds the dialog's window, lets the wizard's dialog load, and runs its messages until the
 // dialog unloads itself.
 template <typename Dialog, typename LayOut>
@@ -93,10 +103,7 @@ void runModal(HWND owner, Dialog& dialog, std::string_view caption, int width, i
     HWND window = makeDialogWindow(owner, caption, width, height);
     DialogState state;
     SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&state));
-    const Win32ControlSet controls(
-        dialog.controls,
-        {window, [window](const wizard::ControlInfo&, const Win32ControlSet&) { return window; },
-         look().font, nullptr});
+    const Win32ControlSet controls(dialog.controls, {window, sitsOn(window), look().font, nullptr});
     layOut(controls);
     HWND byDefault = controls.window(defaultButton);
     SendMessageW(byDefault, BM_SETSTYLE, BS_DEFPUSHBUTTON, TRUE);
@@ -126,17 +133,17 @@ void runModal(HWND owner, Dialog& dialog, std::string_view caption, int width, i
 } // namespace
 
 void Win32Wizard::ShowModal(wizard::frmPTSerialConfig& dialog) {
-    runModal(window_, dialog, wizard::kPrinterSerialCaption, 420, 296, "cmdOK",
+    runModal(window_, dialog, wizard::kPrinterSerialCaption, 460, 296, "cmdOK",
              [](const Win32ControlSet& controls) {
                  int y = 12;
                  for (const char* name : {"cboPort", "cboBaudRate", "cboParity", "cboDatabits",
                                           "cboStopbit", "cboFlowControl", "txtPaperCut"}) {
-                     place(controls.label(name), 12, y + 3, 196, 20);
-                     place(controls.window(name), 212, y, 196, name[0] == 'c' ? 200 : 23);
+                     place(controls.label(name), 12, y + 3, 236, 20);
+                     place(controls.window(name), 252, y, 196, name[0] == 'c' ? 200 : 23);
                      y += 32;
                  }
-                 place(controls.window("cmdOK"), 224, 256, 88, 28);
-                 place(controls.window("cmdCancel"), 320, 256, 88, 28);
+                 place(controls.window("cmdOK"), 264, 256, 88, 28);
+                 place(controls.window("cmdCancel"), 360, 256, 88, 28);
              });
 }
 
@@ -144,8 +151,8 @@ void Win32Wizard::ShowModal(wizard::frmTms& dialog) {
     runModal(window_, dialog, wizard::kTmsCaption, 460, 212, "cmdTms",
              [](const Win32ControlSet& controls) {
                  place(controls.window("fraTmsType"), 12, 8, 436, 152);
-                 place(controls.window("cboTmsType"), 24, 32, 412, 200);
-                 place(controls.window("lblDesc"), 24, 66, 412, 86);
+                 place(controls.window("cboTmsType"), 12, 32, 412, 200);
+                 place(controls.window("lblDesc"), 12, 66, 412, 76);
                  place(controls.window("cmdTms"), 244, 172, 112, 28);
                  place(controls.window("cmdCancel"), 364, 172, 84, 28);
              });

@@ -82,6 +82,11 @@ LRESULT CALLBACK pageProcedure(HWND page, UINT message, WPARAM w, LPARAM l) {
     case WM_CTLCOLORLISTBOX:
     case WM_CTLCOLORBTN:
         return SendMessageW(GetParent(page), message, w, l);
+    case WM_SETFONT:
+        SetWindowLongPtrW(page, GWLP_USERDATA, static_cast<LONG_PTR>(w));
+        return 0;
+    case WM_GETFONT:
+        return GetWindowLongPtrW(page, GWLP_USERDATA);
     case WM_PAINT: {
         PAINTSTRUCT paint;
         HDC dc = BeginPaint(page, &paint);
@@ -91,7 +96,8 @@ LRESULT CALLBACK pageProcedure(HWND page, UINT message, WPARAM w, LPARAM l) {
         wchar_t heading[128] = {};
         if (GetWindowTextW(page, heading, 128) > 0) {
             const Look& sizes = look();
-            HGDIOBJ before = SelectObject(dc, sizes.heading);
+            HGDIOBJ before =
+                SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(page, WM_GETFONT, 0, 0)));
             SetBkMode(dc, TRANSPARENT);
             SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
             RECT text{sizes.scale(12), sizes.scale(8), frame.right - sizes.scale(12),

@@ -25,6 +25,7 @@ void place(HWND control, int x, int y, int width, int height);
 bool busyPointer();
 void setBusyPointer(bool busy);
 
-// A page's window procedure: it draws its frame and heading and hands its controls' messages to
-// the window it sits on.
+// The window procedure of a frame (a page of the wizard, or a frame in a dialog): it draws its
+// edge and its heading, in the font it is given, and hands its controls' messages to the window
+// it sits on.
 LRESULT CALLBACK pageProcedure(HWND page, UINT message, WPARAM w, LPARAM l);

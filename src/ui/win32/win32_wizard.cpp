@@ -195,7 +195,9 @@ Win32Wizard::~Win32Wizard() {
 void Win32Wizard::layOut() {
     const PagePlacer page(*controls_);
     for (int index = 0; index < 7; ++index) {
-        place(controls_->window("fraInstall(" + std::to_string(index) + ")"), 8, 8, 764, 484);
+        HWND frame = controls_->window("fraInstall(" + std::to_string(index) + ")");
+        place(frame, 8, 8, 764, 484);
+        SendMessageW(frame, WM_SETFONT, reinterpret_cast<WPARAM>(look().heading), FALSE);
     }
     layOutWelcome(page);
     layOutMerchant(page);
