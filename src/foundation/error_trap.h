@@ -18,11 +18,13 @@ inline std::string faultDescription() {
     }
 }
 
-// Runs `body`, which returns true when it failed without a fault. A fault sets `message` to
-// `prefix` and the fault's description and counts as a failure. Returns true when a fault was
-// trapped, for the callers that log it.
+// Runs `body`, which returns true when it failed without a fault. `failed` is set on entry and
+// holds the body's result once it has run to its end; a fault sets `message` to `prefix` and the
+// fault's description and leaves `failed` set. Returns true when a fault was trapped, for the
+// callers that log it.
 template <typename Body>
 bool trapped(std::string& message, std::string_view prefix, bool& failed, Body&& body) {
+    failed = true;
     try {
         failed = body();
         return false;

@@ -1,6 +1,7 @@
 #include "installer/install_qm_manager.h"
 
 #include "foundation/clock.h"
+#include "foundation/error_trap.h"
 #include "foundation/event_pump.h"
 #include "foundation/file_system.h"
 #include "foundation/logging.h"
@@ -29,49 +30,59 @@ const std::string kCreateInstallFolderFailed = "Failed creating  directory";
 
 } // namespace
 
+template <typename Body>
+void TInstallQmManager::runStep(const std::string& prefix, bool& failed, Body&& body,
+                                const std::string& logPrefix, const std::string& logSuffix) {
+    if (trapped(strErrorMessage, prefix, failed, body) && !logPrefix.empty()) {
+        logit(logPrefix + strErrorMessage + logSuffix);
+    }
+}
+
 std::int32_t TInstallQmManager::Install(const std::string& sourceFolder,
                                         const TCcAddinRegistry& settings, Logging& log) {
     olog = &log;
-    bool failed = true;
     std::int32_t result = 1;
-    try {
-        logit("Starting installation of Tessaly Quenmar");
-        logit(std::string("Mode=") + (settings.bTestMode ? "TEST" : "LIVE"));
-        logit("Acquirer=" + settings.strAcquirer);
-        logit("Currency=" + settings.strbaseCurrency);
-        strSourceFolder = TessalyConfig::AddBackslash(sourceFolder);
+    bool faulted = false;
+    runStep(
+        "TInstallQuenmar.Install() Failed - ", faulted,
+        [&] {
+            logit("Starting installation of Tessaly Quenmar");
+            logit(std::string("Mode=") + (settings.bTestMode ? "TEST" : "LIVE"));
+            logit("Acquirer=" + settings.strAcquirer);
+            logit("Currency=" + settings.strbaseCurrency);
+            strSourceFolder = TessalyConfig::AddBackslash(sourceFolder);
 
-        // Each step runs only while every earlier one succeeded; between them the window gets
-        // the chance to repaint and show the new status.
-        const auto step = [&](auto&& run) {
-            if (!failed) {
-                pumpEvents();
-                run();
+            // Each step runs only while every earlier one succeeded; between them the window
+            // gets the chance to repaint and show the new status.
+            bool failed = true;
+            const auto step = [&](auto&& run) {
+                if (!failed) {
+                    pumpEvents();
+                    run();
+                }
+            };
+            CheckInstallArchives(settings, failed);
+            step([&] { BackupExistingInstall(failed); });
+            step([&] { CreateDirectoryStructure(failed); });
+            for (int index = 0; index < 3; ++index) {
+                step([&] { ExtractFolder(index, failed); });
             }
-        };
-        CheckInstallArchives(settings, failed);
-        step([&] { BackupExistingInstall(failed); });
-        step([&] { CreateDirectoryStructure(failed); });
-        for (int index = 0; index < 3; ++index) {
-            step([&] { ExtractFolder(index, failed); });
-        }
-        step([&] { ExtractDatabase(settings, failed); });
-        step([&] { ExtractZontalk(settings, failed); });
-        step([&] { SetEnvironmentPath(failed); });
-        step([&] { CreateDataSource(failed); });
-        step([&] { ConfigDatabase(settings, failed); });
-        step([&] { InstallQuenmar(failed); });
-        step([&] {
-            StartQuenmar(failed);
-            result = failed ? 1 : 0;
-        });
-        logit(result == 0 ? "Installation of Tessaly Quenmar successfully completed"
-                          : "Failed installing Tessaly Quenmar");
-    } catch (const std::exception& e) {
-        trap("TInstallQuenmar.Install() Failed - ", e, "Failed installing Tessaly Quenmar [");
-        result = 1;
-    }
-    return result;
+            step([&] { ExtractDatabase(settings, failed); });
+            step([&] { ExtractZontalk(settings, failed); });
+            step([&] { SetEnvironmentPath(failed); });
+            step([&] { CreateDataSource(failed); });
+            step([&] { ConfigDatabase(settings, failed); });
+            step([&] { InstallQuenmar(failed); });
+            step([&] {
+                StartQuenmar(failed);
+                result = failed ? 1 : 0;
+            });
+            logit(result == 0 ? "Installation of Tessaly Quenmar successfully completed"
+                              : "Failed installing Tessaly Quenmar");
+            return false;
+        },
+        "Failed installing Tessaly Quenmar [");
+    return faulted ? 1 : result;
 }
 
 void TInstallQmManager::CheckInstallArchives(const TCcAddinRegistry& settings, bool& failed) {
@@ -102,34 +113,35 @@ void TInstallQmManager::CheckInstallArchives(const TCcAddinRegistry& settings, b
 }
 
 void TInstallQmManager::BackupExistingInstall(bool& failed) {
-    failed = true;
     std::string backupFolder;
-    try {
+    bool backedUp = false; // an installation was there to back up
+    trapped(strErrorMessage, "TInstallQuenmar.BackupExistingInstall() Failed - ", failed, [&] {
         FileSystem fso;
+        bool stepFailed = false;
         if (!fso.FolderExists(kInstallFolder)) {
-            createInstallFolder(failed);
-            return;
+            createInstallFolder(stepFailed);
+            return stepFailed;
         }
         // Looked at a second time: another installer may have removed it in the meantime.
         if (!fso.FolderExists(kInstallFolder)) {
-            failed = false;
-            return;
+            return false;
         }
+        backedUp = true;
         setStatus("Backing up existing Quenmar installation");
         logit("Starting backup of existing Quenmar installation");
-        StopQuenmar(failed);
-        if (!failed) {
-            UnInstallQuenmar(failed);
+        StopQuenmar(stepFailed);
+        if (!stepFailed) {
+            UnInstallQuenmar(stepFailed);
         }
-        if (!failed) {
+        if (!stepFailed) {
             const DateTime now = localNow();
             backupFolder = kRootFolder + kBackupPrefix + formatYmd(now) + "_" + formatHms(now);
-            copyInstallAside(backupFolder, failed);
+            copyInstallAside(backupFolder, stepFailed);
         }
-    } catch (const std::exception& e) {
-        failed = true;
-        strErrorMessage =
-            "TInstallQuenmar.BackupExistingInstall() Failed - " + std::string(e.what());
+        return stepFailed;
+    });
+    if (!backedUp && !failed) {
+        return;
     }
     if (failed) {
         logit("Failed backing up Quenmar. [" + strErrorMessage + "]");
@@ -195,55 +207,45 @@ bool TInstallQmManager::deleteInstallFolder() {
 }
 
 void TInstallQmManager::CreateDirectoryStructure(bool& failed) {
-    failed = true;
-    try {
-        setStatus("Creating Quenmar directory structure");
-        logit("Starting creation of Quenmar directory structure");
-        FileSystem fso;
-        for (const std::string& folder : kFolderTree) {
-            if (fso.CreateFolder(folder)) {
-                strErrorMessage = "Failed creating " + folder + " directory";
-                logit("Error [" + strErrorMessage + "]");
-                return;
+    runStep(
+        "TInstallQuenmar.CreateDirectoryStructure() Failed - ", failed,
+        [&] {
+            setStatus("Creating Quenmar directory structure");
+            logit("Starting creation of Quenmar directory structure");
+            FileSystem fso;
+            for (const std::string& folder : kFolderTree) {
+                if (fso.CreateFolder(folder)) {
+                    strErrorMessage = "Failed creating " + folder + " directory";
+                    logit("Error [" + strErrorMessage + "]");
+                    return true;
+                }
             }
-        }
-        logit("Completed creation of Quenmar directory structure");
-        failed = false;
-    } catch (const std::exception& e) {
-        trap("TInstallQuenmar.CreateDirectoryStructure() Failed - ", e,
-             "Failed creating Quenmar directory structure [");
-    }
+            logit("Completed creation of Quenmar directory structure");
+            return false;
+        },
+        "Failed creating Quenmar directory structure [");
 }
 
 void TInstallQmManager::ExtractFolder(int index, bool& failed) {
-    failed = true;
-    try {
+    runStep("TInstallQuenmar.ExtractFolder(" + std::to_string(index) + ") Failed - ", failed, [&] {
         const FolderArchive archive = folderArchive(index);
         extract(archive.archive, archive.target);
-        failed = false;
-    } catch (const std::exception& e) {
-        trap("TInstallQuenmar.ExtractFolder(" + std::to_string(index) + ") Failed - ", e);
-    }
+        return false;
+    });
 }
 
 void TInstallQmManager::ExtractDatabase(const TCcAddinRegistry& settings, bool& failed) {
-    failed = true;
-    try {
+    runStep("TInstallQuenmar.ExtractDatabase() Failed - ", failed, [&] {
         extract(databaseArchive(settings), kDatabaseFolder);
-        failed = false;
-    } catch (const std::exception& e) {
-        trap("TInstallQuenmar.ExtractDatabase() Failed - ", e);
-    }
+        return false;
+    });
 }
 
 void TInstallQmManager::ExtractZontalk(const TCcAddinRegistry& settings, bool& failed) {
-    failed = true;
-    try {
+    runStep("TInstallQuenmar.ExtractZontalk() Failed - ", failed, [&] {
         extract(zontalkArchive(settings), kDownloadFolder);
-        failed = false;
-    } catch (const std::exception& e) {
-        trap("TInstallQuenmar.ExtractZontalk() Failed - ", e);
-    }
+        return false;
+    });
 }
 
 void TInstallQmManager::extract(const std::string& archive, const std::string& targetFolder) {
@@ -253,119 +255,114 @@ void TInstallQmManager::extract(const std::string& archive, const std::string& t
 }
 
 void TInstallQmManager::SetEnvironmentPath(bool& failed) {
-    failed = true;
-    try {
-        setStatus("Setting up environment variables");
-        logit("Setting environment variables");
-        // Removing first keeps PATH free of duplicates when the installer runs again.
-        shell(pathRemoveCommand(kProgramFolder));
-        shell(pathRemoveCommand(kUtilsFolder));
-        shell(pathAppendCommand(kProgramFolder));
-        shell(pathAppendCommand(kUtilsFolder));
-        logit("Finished setting environment variables");
-        failed = false;
-    } catch (const std::exception& e) {
-        trap("TInstallQuenmar.SetEnvironmentPath() Failed - ", e,
-             "Failed setting environment variables [");
-    }
+    runStep(
+        "TInstallQuenmar.SetEnvironmentPath() Failed - ", failed,
+        [&] {
+            setStatus("Setting up environment variables");
+            logit("Setting environment variables");
+            // Removing first keeps PATH free of duplicates when the installer runs again.
+            shell(pathRemoveCommand(kProgramFolder));
+            shell(pathRemoveCommand(kUtilsFolder));
+            shell(pathAppendCommand(kProgramFolder));
+            shell(pathAppendCommand(kUtilsFolder));
+            logit("Finished setting environment variables");
+            return false;
+        },
+        "Failed setting environment variables [");
 }
 
 void TInstallQmManager::CreateDataSource(bool& failed) {
-    failed = true;
-    try {
-        setStatus("Creating Quenmar datasource");
-        logit("Creating Quenmar datasource");
-        shell(dataSourceCommand());
-        logit("Finished creating Quenmar datasource");
-        failed = false;
-    } catch (const std::exception& e) {
-        trap("TInstallQuenmar.CreateDataSource() Failed - ", e, "Failed creating datasource [");
-    }
+    runStep(
+        "TInstallQuenmar.CreateDataSource() Failed - ", failed,
+        [&] {
+            setStatus("Creating Quenmar datasource");
+            logit("Creating Quenmar datasource");
+            shell(dataSourceCommand());
+            logit("Finished creating Quenmar datasource");
+            return false;
+        },
+        "Failed creating datasource [");
 }
 
 void TInstallQmManager::ConfigDatabase(const TCcAddinRegistry& settings, bool& failed) {
-    failed = true;
-    try {
-        setStatus("Configuring Quenmar database");
-        // The misspelling is the log's own, kept so that existing log searches still match.
-        logit("Starting confgiuration of Quenmar database");
-        std::string computer = platform::computerName();
-        if (computer.empty()) {
-            strErrorMessage = "Failed getting computer name";
-            logit(strErrorMessage);
-            return;
-        }
-        computer = computer.substr(0, computer.find('\0'));
-        // One reader per till: the statement deliberately updates every row. The values are
-        // not escaped; none of them can hold a quote on a till set up by this wizard.
-        const std::string statement = "UPDATE SmartcardReaders_T SET Localhost='" + computer +
-                                      "', DeviceName='" + settings.strComPort +
-                                      "', Hostname='', SmartCardReaderType=1, ReaderCapabilities=" +
-                                      (settings.bExternalSwipe ? "6" : "4") + ";";
-        shell(sqlCommand(statement));
-        logit("Finished configuring Quenmar database");
-        failed = false;
-    } catch (const std::exception& e) {
-        trap("TInstallQuenmar.ConfigDatabase() Failed - ", e,
-             "Failed configuring Quenmar database [");
-    }
+    runStep(
+        "TInstallQuenmar.ConfigDatabase() Failed - ", failed,
+        [&] {
+            setStatus("Configuring Quenmar database");
+            // The misspelling is the log's own, kept so that existing log searches still match.
+            logit("Starting confgiuration of Quenmar database");
+            std::string computer = platform::computerName();
+            if (computer.empty()) {
+                strErrorMessage = "Failed getting computer name";
+                logit(strErrorMessage);
+                return true;
+            }
+            computer = computer.substr(0, computer.find('\0'));
+            // One reader per till: the statement deliberately updates every row. The values are
+            // not escaped; none of them can hold a quote on a till set up by this wizard.
+            const std::string statement =
+                "UPDATE SmartcardReaders_T SET Localhost='" + computer + "', DeviceName='" +
+                settings.strComPort + "', Hostname='', SmartCardReaderType=1, ReaderCapabilities=" +
+                (settings.bExternalSwipe ? "6" : "4") + ";";
+            shell(sqlCommand(statement));
+            logit("Finished configuring Quenmar database");
+            return false;
+        },
+        "Failed configuring Quenmar database [");
 }
 
 void TInstallQmManager::StopQuenmar(bool& failed) {
-    failed = true;
-    try {
-        setStatus("Stopping Quenmar");
-        logit("Stopping Quenmar");
-        shell(serviceCommand("stop"));
-        logit("Stopping process finished");
-        failed = false;
-    } catch (const std::exception& e) {
-        trap("TInstallQuenmar.StopQuenmar() Failed - ", e, "Error stopping Quenmar. [");
-    }
+    runStep(
+        "TInstallQuenmar.StopQuenmar() Failed - ", failed,
+        [&] {
+            setStatus("Stopping Quenmar");
+            logit("Stopping Quenmar");
+            shell(serviceCommand("stop"));
+            logit("Stopping process finished");
+            return false;
+        },
+        "Error stopping Quenmar. [");
 }
 
 void TInstallQmManager::StartQuenmar(bool& failed) {
-    failed = true;
-    try {
-        setStatus("Starting Quenmar");
-        logit("Starting Quenmar");
-        shell(serviceCommand("start"));
-        logit("Starting Quenmar process finished");
-        failed = false;
-    } catch (const std::exception& e) {
-        trap("TInstallQuenmar.StartQuenmar() Failed - ", e, "Failed starting Quenmar [");
-    }
+    runStep(
+        "TInstallQuenmar.StartQuenmar() Failed - ", failed,
+        [&] {
+            setStatus("Starting Quenmar");
+            logit("Starting Quenmar");
+            shell(serviceCommand("start"));
+            logit("Starting Quenmar process finished");
+            return false;
+        },
+        "Failed starting Quenmar [");
 }
 
 void TInstallQmManager::InstallQuenmar(bool& failed) {
-    failed = true;
     std::string commandLine;
-    try {
-        setStatus("Installing Quenmar service");
-        logit("Installing Quenmar service");
-        commandLine = serviceInstallCommand();
-        shell(commandLine);
-        commandLine = serviceCommand("automatic");
-        shell(commandLine);
-        logit("Finished installing Quenmar service");
-        failed = false;
-    } catch (const std::exception& e) {
-        trap("TInstallQuenmar.InstallQuenmar() Failed - ", e, "Failed installing Quenmar service [",
-             "] [" + commandLine + "]");
+    if (trapped(strErrorMessage, "TInstallQuenmar.InstallQuenmar() Failed - ", failed, [&] {
+            setStatus("Installing Quenmar service");
+            logit("Installing Quenmar service");
+            commandLine = serviceInstallCommand();
+            shell(commandLine);
+            commandLine = serviceCommand("automatic");
+            shell(commandLine);
+            logit("Finished installing Quenmar service");
+            return false;
+        })) {
+        logit("Failed installing Quenmar service [" + strErrorMessage + "] [" + commandLine + "]");
     }
 }
 
 void TInstallQmManager::UnInstallQuenmar(bool& failed) {
-    failed = true;
-    try {
-        logit("Starting un-install of Quenmar service");
-        shell(serviceCommand("remove"));
-        logit("Finished un-install of Quenmar service");
-        failed = false;
-    } catch (const std::exception& e) {
-        trap("TInstallQuenmar.UnInstallQuenmar() Failed - ", e,
-             "Failed un-installing Quenmar service [");
-    }
+    runStep(
+        "TInstallQuenmar.UnInstallQuenmar() Failed - ", failed,
+        [&] {
+            logit("Starting un-install of Quenmar service");
+            shell(serviceCommand("remove"));
+            logit("Finished un-install of Quenmar service");
+            return false;
+        },
+        "Failed un-installing Quenmar service [");
 }
 
 void TInstallQmManager::shell(const std::string& commandLine) {
@@ -381,13 +378,5 @@ void TInstallQmManager::setStatus(const std::string& status) {
 void TInstallQmManager::logit(const std::string& line) {
     if (olog != nullptr) {
         olog->Logit(line);
-    }
-}
-
-void TInstallQmManager::trap(const std::string& prefix, const std::exception& fault,
-                             const std::string& logPrefix, const std::string& logSuffix) {
-    strErrorMessage = prefix + fault.what();
-    if (!logPrefix.empty()) {
-        logit(logPrefix + strErrorMessage + logSuffix);
     }
 }

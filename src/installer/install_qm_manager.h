@@ -61,10 +61,12 @@ private:
     void shell(const std::string& commandLine);
     void setStatus(const std::string& status);
     void logit(const std::string& line);
-    // Sets strErrorMessage to the prefix and the fault's description and logs the line built
-    // from it, when the step has one.
-    void trap(const std::string& prefix, const std::exception& fault,
-              const std::string& logPrefix = "", const std::string& logSuffix = "]");
+    // Runs a step's body under the trap: a fault fails the step with the prefix and the fault's
+    // description in strErrorMessage, logged as logPrefix, the message and logSuffix when the
+    // step logs its faults. The body returns true when it failed without a fault.
+    template <typename Body>
+    void runStep(const std::string& prefix, bool& failed, Body&& body,
+                 const std::string& logPrefix = "", const std::string& logSuffix = "]");
 
     std::string strSourceFolder;
 };

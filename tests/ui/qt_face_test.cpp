@@ -23,11 +23,6 @@
 
 namespace fs = std::filesystem;
 
-// Under LeakSanitizer: fontconfig keeps its font caches for the life of the process.
-extern "C" const char* __lsan_default_suppressions() {
-    return "leak:libfontconfig.so\n";
-}
-
 namespace {
 
 class QtFaceTest : public ::testing::Test {
