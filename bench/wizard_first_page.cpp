@@ -1,7 +1,7 @@
 // Starts the wizard as its program does, shows the first page and ends as soon as the page has
 // been painted once: the whole of a start-up, for the benchmark to time from outside.
 #include "platform/platform.h"
-#include "ui/frm_tessaly_config.h"
+#include "ui/qt/frm_tessaly_config.h"
 
 #include <QApplication>
 #include <QEvent>

@@ -4,6 +4,7 @@
 #include "apply/answer_export.h"
 #include "apply/apply_report.h"
 #include "foundation/clock.h"
+#include "parvane_version.h"
 #include "platform/cp1252.h"
 #include "platform/platform.h"
 
@@ -248,8 +249,8 @@ int applyCommand(const std::vector<std::string>& arguments, const std::string& p
         return 0;
     }
     if (options.version) {
-        out << "parvane-apply " << PARVANE_VERSION_MAJOR << "." << PARVANE_VERSION_MINOR << "."
-            << PARVANE_VERSION_PATCH << "\n";
+        out << "parvane-apply " << kVersionMajor << "." << kVersionMinor << "." << kVersionPatch
+            << "\n";
         return 0;
     }
     if (!options.exportFile.empty()) {

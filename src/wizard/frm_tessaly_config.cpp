@@ -3,6 +3,7 @@
 #include "configure/configure_tessaly.h"
 #include "configure/merchant_choices.h"
 #include "foundation/error_trap.h"
+#include "parvane_version.h"
 #include "settings/ccaddin_registry.h"
 #include "tms/tms_call.h"
 #include "wizard/control_rules.h"
@@ -19,8 +20,8 @@ const std::string kCaption(kWizardCaption);
 // The version as the title has always shown it: one point, between major and minor, with the
 // revision written straight after the minor number (1.2.7 reads v1.27).
 std::string versionTitle() {
-    return "Corvix Parvane Configuration Utility v" + std::to_string(PARVANE_VERSION_MAJOR) + "." +
-           std::to_string(PARVANE_VERSION_MINOR) + std::to_string(PARVANE_VERSION_PATCH);
+    return "Corvix Parvane Configuration Utility v" + std::to_string(kVersionMajor) + "." +
+           std::to_string(kVersionMinor) + std::to_string(kVersionPatch);
 }
 
 std::string withBackslash(std::string folder) {
