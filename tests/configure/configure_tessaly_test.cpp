@@ -11,24 +11,22 @@
 #include "support/fake_clock.h"
 #include "support/standin_tools.h"
 #include "support/temp_till.h"
+#include "support/till_readers.h"
 #include "support/wine.h"
 
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <map>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #ifndef _WIN32
 #include <cerrno>
 #include <dlfcn.h>
-#include <sqlite3.h>
 #endif
 
 namespace fs = std::filesystem;
-using Lines = std::vector<std::string>;
 
 #ifndef _WIN32
 // A disk that refuses one write: the INI engine renames a finished copy over the file, and this
@@ -63,24 +61,6 @@ std::string expectedFile(const std::string& name) {
     return readBytes(fs::path(__FILE__).parent_path() / "data" / name);
 }
 
-std::string registryValue(const std::string& key, const std::string& name) {
-    std::string value;
-    return TRegistry().GetRegistryValue(key, name, value) == 0 ? value : "<missing>";
-}
-
-std::string setting(const std::string& name) {
-    return registryValue(std::string(kCcAddinKeyPath), name);
-}
-
-// Every setting the add-in stores, by value name.
-std::map<std::string, std::string> allSettings() {
-    std::map<std::string, std::string> values;
-    for (const SettingDescriptor& descriptor : settingsTable()) {
-        values[std::string(descriptor.valueName)] = setting(std::string(descriptor.valueName));
-    }
-    return values;
-}
-
 // A fresh demo till with the installed settings read from its registry, and new settings that
 // start as a copy of them: what Finish hands over when the user changed nothing.
 struct DemoTill {
@@ -111,45 +91,20 @@ struct DemoTill {
 
     // The log lines with their time stamps ("14 Mar 2026: 09:30:00 : ") when `stamped`.
     Lines log(bool stamped = false) const {
-        Lines lines;
-        std::istringstream in(readBytes(client("TessalyConfig.log")));
-        for (std::string line; std::getline(in, line);) {
-            line = line.substr(0, line.find_last_not_of('\r') + 1);
-            lines.push_back(stamped ? line : line.substr(line.find(" : ") + 3));
-        }
-        return lines;
+        return logMessages(client("TessalyConfig.log"), stamped);
     }
 };
-
-#ifndef _WIN32
-// The reader rows of the device manager's database, an SQLite file standing in for Access.
-std::string readerRows(const TempTill& till) {
-    sqlite3* db = nullptr;
-    std::string rows;
-    sqlite3_open((till.driveC() / "tessaly/lumora/dbs/quenmar.mdb").c_str(), &db);
-    const auto collect = [](void* out, int, char** values, char**) {
-        *static_cast<std::string*>(out) += std::string(values[0] ? values[0] : "NULL") + ";";
-        return 0;
-    };
-    sqlite3_exec(db,
-                 "SELECT Localhost || '|' || DeviceName || '|' || Hostname || '|' || "
-                 "SmartCardReaderType || '|' || ReaderCapabilities FROM SmartcardReaders_T",
-                 collect, &rows, nullptr);
-    sqlite3_close(db);
-    return rows;
-}
-#endif
 
 } // namespace
 
 TEST(ConfigureTessaly, AnUnchangedFullyIntegratedRunWritesOnlyTheAlwaysWrittenValues) {
     DemoTill t;
-    std::map<std::string, std::string> expected = allSettings();
+    std::map<std::string, std::string> expected = addinSettings();
     // Given without its backslash, the folder still gives the installed folder settings.
     ASSERT_EQ(t.configure("C:\\Program Files\\Tessaly"), 0) << t.run.strErrorMessage;
     // Of the forced values only the receipt-keeping days differed from the earlier install.
     expected["DeleteReceiptDays"] = "60";
-    EXPECT_EQ(allSettings(), expected);
+    EXPECT_EQ(addinSettings(), expected);
     EXPECT_EQ(t.log(),
               (Lines{"Starting Tessaly Configuration", "No changes made to the registry",
                      "Updating operating mode section in CxClientConfig.ini", "Mode=0",
@@ -193,7 +148,8 @@ TEST(ConfigureTessaly, OnlyAChangedSc5000StopsTheServicePausesRewritesTheReaderA
     const Lines stamped = t.log(true);
     EXPECT_TRUE(stamped[7].starts_with("14 Mar 2026: 09:30:00 : ")) << stamped[7];
     EXPECT_TRUE(stamped[8].starts_with("14 Mar 2026: 09:30:10 : ")) << stamped[8];
-    EXPECT_EQ(readerRows(t.till), name + "|COM2||1|6;");
+    EXPECT_EQ(readerRows(t.till.driveC() / "tessaly/lumora/dbs/quenmar.mdb"),
+              Lines{name + "|COM2||1|6"});
     EXPECT_EQ(serviceState(t.till, "quenmar")["state"], "running");
 }
 #endif
@@ -224,7 +180,7 @@ TEST(ConfigureTessaly, ASemiIntegratedTestModeRunWithItsOwnPortAndAutomaticDcc) 
     expectProfileFile(t.till, t.client("cxclientconfig.ini"),
                       expectedFile("demo_cxclientconfig_semi_integrated.ini"));
     EXPECT_EQ(readBytes(t.client("cxkeyfile.txt")), demoFile("cxkeyfile_test.txt"));
-    EXPECT_EQ(setting("SemiIntegrated"), "2");
+    EXPECT_EQ(addinValue("SemiIntegrated"), "2");
     EXPECT_EQ(t.log()[3], "Mode=1");
 }
 
@@ -249,7 +205,7 @@ TEST(ConfigureTessaly, ARefusedConfirmationWriteStopsTheRunAndKeepsWhatWasDone) 
     EXPECT_EQ(t.run.strStatus, "Updating operating mode sction in configuration file");
 
     // Done before the failure, and kept: registry, key file, the operating-mode keys.
-    EXPECT_EQ(setting("DeleteReceiptDays"), "60");
+    EXPECT_EQ(addinValue("DeleteReceiptDays"), "60");
     EXPECT_EQ(readBytes(t.client("cxkeyfile.txt")), demoFile("cxkeyfile_live.txt"));
     EXPECT_EQ(t.clientValue("ENCRYPTION", "Type"), "3");
     // Not done: the rest of the client file, the ZonTalk profiles, the hooks.
@@ -293,8 +249,8 @@ TEST(ConfigureTessaly, OnlyListedSettingsReachTheRegistryAndTheLastOnesCountAsNo
     t.chosen.strLastTmsCallDate = "20990101000000";
     ASSERT_EQ(t.configure(), 0);
     EXPECT_EQ(t.log()[1], "No changes made to the registry");
-    EXPECT_EQ(setting("CloseBatch") + " " + setting("AddinWidth") + " " +
-                  setting("CorvixPassword") + " " + setting("LastTmsCallDate"),
+    EXPECT_EQ(addinValue("CloseBatch") + " " + addinValue("AddinWidth") + " " +
+                  addinValue("CorvixPassword") + " " + addinValue("LastTmsCallDate"),
               "1 4800 k3stRel 20260314020000");
 
     // A till installed without a password gets the default, whatever was typed.
@@ -302,7 +258,7 @@ TEST(ConfigureTessaly, OnlyListedSettingsReachTheRegistryAndTheLastOnesCountAsNo
     fresh.installed.strCorvixPassword.clear();
     fresh.chosen.strCorvixPassword = "typed";
     ASSERT_EQ(fresh.configure(), 0);
-    EXPECT_EQ(setting("CorvixPassword"), "tulip");
+    EXPECT_EQ(addinValue("CorvixPassword"), "tulip");
 }
 
 TEST(ConfigureTessaly, EveryChosenCurrencyButTheEuroIsNamedSterlingWithTwoDecimals) {
@@ -318,7 +274,7 @@ TEST(ConfigureTessaly, EveryChosenCurrencyButTheEuroIsNamedSterlingWithTwoDecima
         ASSERT_EQ(t.configure(), 0);
         EXPECT_EQ(t.log()[1], *code != '\0' ? "Changes made to registry settings"
                                             : "No changes made to the registry");
-        EXPECT_EQ(setting("BaseCurrencyName") + " " + setting("BaseCurrencyExponent"),
+        EXPECT_EQ(addinValue("BaseCurrencyName") + " " + addinValue("BaseCurrencyExponent"),
                   std::string(name) + " " + exponent)
             << code;
     }

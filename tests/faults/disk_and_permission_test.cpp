@@ -53,6 +53,30 @@ bool noTemporaryLeft(const fs::path& folder) {
     return true;
 }
 
+// The demo till before a run that must fail on the payment client's file.
+struct FailingRun {
+    FakeClock clock{2026, 3, 14};
+    TempTill till;
+    fs::path client;
+    std::string original;
+    fs::path message;
+
+    FailingRun() { plant(); }
+    void plant() {
+        plantDemoTill(till);
+        client = clientFile(till, "cxclientconfig.ini");
+        original = readBytes(client);
+        message = till.root() / "message.txt";
+    }
+    // The run failed with the client file's message and left the file and its folder as they were.
+    void expectFailedAndKept(int result) const {
+        EXPECT_EQ(result, 1);
+        EXPECT_TRUE(readBytes(message).starts_with(kClientFileMessage)) << readBytes(message);
+        EXPECT_EQ(readBytes(client), original);
+        EXPECT_TRUE(noTemporaryLeft(client.parent_path()));
+    }
+};
+
 } // namespace
 
 TEST(FullDisk, AnIniWriteThatDoesNotFitFailsAndLeavesTheFileAndFolderAsTheyWere) {
@@ -75,46 +99,31 @@ TEST(FullDisk, AnIniWriteThatDoesNotFitFailsAndLeavesTheFileAndFolderAsTheyWere)
 }
 
 TEST(FullDisk, ARunThatCannotWriteThePaymentClientFileFailsWithItsJobsMessage) {
-    FakeClock clock(2026, 3, 14);
-    TempTill till;
-    plantDemoTill(till);
-    const fs::path client = clientFile(till, "cxclientconfig.ini");
-    const std::string original = readBytes(client);
-    const fs::path message = till.root() / "message.txt";
+    FailingRun t;
     // Room for the registry's and the key file's writes, not for a new payment-client file.
     ChildProcess run([&] {
-        limitFileSize(original.size() - 1);
-        return configureDemo(message);
+        limitFileSize(t.original.size() - 1);
+        return configureDemo(t.message);
     });
-    EXPECT_EQ(run.wait(), 1);
-    EXPECT_TRUE(readBytes(message).starts_with(kClientFileMessage)) << readBytes(message);
-    EXPECT_EQ(readBytes(client), original);
-    EXPECT_TRUE(noTemporaryLeft(client.parent_path()));
+    t.expectFailedAndKept(run.wait());
 }
 
 TEST(ReadOnly, AReadOnlyPaymentClientFileOrFolderFailsTheRunAndKeepsTheFile) {
-    FakeClock clock(2026, 3, 14);
-    TempTill till;
-    plantDemoTill(till);
-    const fs::path client = clientFile(till, "cxclientconfig.ini");
-    const std::string original = readBytes(client);
-    const fs::path message = till.root() / "message.txt";
-
-    fs::permissions(client, fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
-    EXPECT_EQ(configureDemo(message), 1);
-    EXPECT_TRUE(readBytes(message).starts_with(kClientFileMessage)) << readBytes(message);
-    EXPECT_EQ(readBytes(client), original);
+    FailingRun t;
+    fs::permissions(t.client,
+                    fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+    t.expectFailedAndKept(configureDemo(t.message));
 
     // A read-only folder. Root may write anywhere, so the run is made by an ordinary user.
-    plantDemoTill(till);
-    const fs::path folder = client.parent_path();
+    t.plant();
+    const fs::path folder = t.client.parent_path();
     ChildProcess run([&] {
         if (::geteuid() == 0) {
             const uid_t nobody = 65534;
-            for (const auto& entry : fs::recursive_directory_iterator(till.root())) {
+            for (const auto& entry : fs::recursive_directory_iterator(t.till.root())) {
                 (void)::lchown(entry.path().c_str(), nobody, nobody);
             }
-            (void)::chown(till.root().c_str(), nobody, nobody);
+            (void)::chown(t.till.root().c_str(), nobody, nobody);
             fs::permissions(
                 folder, fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,
                 fs::perm_options::remove);
@@ -125,10 +134,9 @@ TEST(ReadOnly, AReadOnlyPaymentClientFileOrFolderFailsTheRunAndKeepsTheFile) {
             fs::permissions(folder, fs::perms::owner_write, fs::perm_options::remove);
         }
         // The log cannot be written either; the run goes on without it, as it always has.
-        return configureDemo(till.root() / "message.txt");
+        return configureDemo(t.till.root() / "message.txt");
     });
-    EXPECT_EQ(run.wait(), 1);
-    EXPECT_TRUE(readBytes(message).starts_with(kClientFileMessage)) << readBytes(message);
-    EXPECT_EQ(readBytes(client), original);
+    const int result = run.wait();
     fs::permissions(folder, fs::perms::owner_all);
+    t.expectFailedAndKept(result);
 }

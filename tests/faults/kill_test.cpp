@@ -82,7 +82,7 @@ struct RunState {
 
     static RunState of(const TempTill& till) {
         return {iniValues(clientFile(till, "cxclientconfig.ini")),
-                iniValues(clientFile(till, "zontalkclient.ini")), storedSettings(),
+                iniValues(clientFile(till, "zontalkclient.ini")), addinSettings(),
                 readBytes(clientFile(till, "cxkeyfile.txt"))};
     }
 };

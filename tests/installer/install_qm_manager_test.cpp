@@ -6,6 +6,7 @@
 #include "support/fake_clock.h"
 #include "support/standin_tools.h"
 #include "support/temp_till.h"
+#include "support/till_readers.h"
 
 #include <algorithm>
 #include <fcntl.h>
@@ -13,40 +14,16 @@
 #include <gtest/gtest.h>
 #include <linux/fs.h>
 #include <map>
-#include <sqlite3.h>
-#include <sstream>
 #include <sys/ioctl.h>
 #include <tuple>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
-using Lines = std::vector<std::string>;
 
 namespace {
 
 const Lines kServiceTools = {"svccontrol.exe", "executesql.exe", "setenvironmentvariable.exe",
                              "createaccessdatasource.exe"};
-
-// Runs statements on an SQLite file, the stand-in for the device manager's Access database, and
-// gives the first column of each row a query returns.
-Lines sql(const fs::path& database, const std::string& statements) {
-    sqlite3* db = nullptr;
-    Lines rows;
-    EXPECT_EQ(sqlite3_open(database.c_str(), &db), SQLITE_OK);
-    const auto collect = [](void* out, int, char** values, char**) {
-        static_cast<Lines*>(out)->push_back(values[0] ? values[0] : "NULL");
-        return 0;
-    };
-    EXPECT_EQ(sqlite3_exec(db, statements.c_str(), collect, &rows, nullptr), SQLITE_OK);
-    sqlite3_close(db);
-    return rows;
-}
-
-Lines readerRows(const fs::path& database) {
-    return sql(database, "SELECT Localhost || '|' || DeviceName || '|' || Hostname || '|' || "
-                         "SmartCardReaderType || '|' || ReaderCapabilities "
-                         "FROM SmartcardReaders_T ORDER BY ReaderId;");
-}
 
 // A till with the vendor's archives in c:\install, a log in c:\logs and a merchant on GBP.
 struct InstallTill {
@@ -88,7 +65,8 @@ struct InstallTill {
         ship("Utils.zip", {{"tool.txt", "util"}});
         ship("trigger.zip", {{"trigger.ini", "[t]"}});
         fs::create_directories(pack("GBP_NORTHBANK_db.zip"));
-        sql(pack("GBP_NORTHBANK_db.zip") / "quenmar.mdb",
+        sqlRows(
+            pack("GBP_NORTHBANK_db.zip") / "quenmar.mdb",
             "CREATE TABLE SmartcardReaders_T (ReaderId INTEGER, Localhost TEXT, DeviceName TEXT, "
             "Hostname TEXT, SmartCardReaderType INTEGER, ReaderCapabilities INTEGER);"
             "INSERT INTO SmartcardReaders_T VALUES (1, 'OLD', 'COM9', 'x', 0, 0), "
@@ -108,26 +86,7 @@ struct InstallTill {
         }
     }
 
-    // The logged messages without their time stamps.
-    Lines logLines() const {
-        Lines lines;
-        std::istringstream in(readBytes(host("logs/TessalyConfig.log")));
-        for (std::string line; std::getline(in, line);) {
-            line = line.substr(line.find(" : ") + 3);
-            lines.push_back(line.substr(0, line.find_last_not_of('\r') + 1));
-        }
-        return lines;
-    }
-
-    // The command lines logged before each tool starts.
-    Lines shellLines() const {
-        Lines lines = logLines();
-        std::erase_if(lines, [](const std::string& line) { return !line.starts_with("About to"); });
-        for (std::string& line : lines) {
-            line = line.substr(16, line.size() - 17); // inside "About to shell [...]"
-        }
-        return lines;
-    }
+    Lines logLines() const { return logMessages(host("logs/TessalyConfig.log")); }
 
     std::int32_t install(const std::string& source = "c:\\install") {
         TInstallQmManager installer;
@@ -168,33 +127,27 @@ TEST(InstallQmManager, AFreshTillGetsTheWholeInstallationInOrder) {
     // Given without its trailing "\", the source folder is used as if it had one.
     ASSERT_EQ(t.install("c:\\install"), 0) << t.message;
 
+    // Each tool in its turn; what each was told shows in what it left behind.
+    Lines tools;
+    for (const std::string& call : standinCalls(t.till)) {
+        tools.push_back(call.substr(0, call.find(' ')));
+    }
+    const std::string z = "7z.exe", env = "setenvironmentvariable.exe", svc = "svccontrol.exe";
+    EXPECT_EQ(tools, (Lines{z, z, z, z, z, env, env, env, env, "createaccessdatasource.exe",
+                            "executesql.exe", svc, svc, svc}));
+    // The removal's command line keeps its doubled blank.
+    EXPECT_EQ(count(t.logLines(),
+                    "About to shell [c:\\tessaly\\lumora\\bin\\setenvironmentvariable.exe "
+                    "-name PATH -action remove  -value c:\\tessaly\\lumora\\utils]"),
+              1u);
     const std::string name = platform::computerName();
-    const std::string bin = "c:\\tessaly\\lumora\\bin\\";
-    const std::string unpack = "\"c:\\install\\7z.exe\" x \"c:\\install\\";
-    const std::string env = bin + "setenvironmentvariable.exe -name PATH -action ";
-    EXPECT_EQ(t.shellLines(),
-              (Lines{unpack + "bin.zip\" -oc:\\tessaly\\lumora\\bin\\ -r",
-                     unpack + "Utils.zip\" -oc:\\tessaly\\lumora\\utils\\ -r",
-                     unpack + "trigger.zip\" -oc:\\tessaly\\lumora\\trigger\\ -r",
-                     unpack + "GBP_NORTHBANK_db.zip\" -oc:\\tessaly\\lumora\\dbs\\ -r",
-                     unpack + "LIVE_GBP_NORTHBANK_zontalk.zip\" "
-                              "-oc:\\tessaly\\lumora\\zontalk\\SC5000\\download\\ -r",
-                     env + "remove  -value c:\\tessaly\\lumora\\bin",
-                     env + "remove  -value c:\\tessaly\\lumora\\utils",
-                     env + "append  -value c:\\tessaly\\lumora\\bin",
-                     env + "append  -value c:\\tessaly\\lumora\\utils",
-                     bin + "createaccessdatasource.exe -dsn \"quenmardb\" -filename "
-                           "\"c:\\tessaly\\lumora\\dbs\\quenmar.mdb\"",
-                     bin +
-                         "executesql.exe -dsn \"quenmardb\" -command \"UPDATE SmartcardReaders_T "
-                         "SET Localhost='" +
-                         name +
-                         "', DeviceName='COM3', Hostname='', "
-                         "SmartCardReaderType=1, ReaderCapabilities=4;\"",
-                     bin + "svccontrol.exe -verb install -name quenmar -exe " + bin +
-                         "quenmar.exe -display \"Tessaly Quenmar\"",
-                     bin + "svccontrol.exe -verb automatic -name quenmar",
-                     bin + "svccontrol.exe -verb start -name quenmar"}));
+    for (const char* file :
+         {"bin/quenmar.exe", "utils/tool.txt", "zontalk/SC5000/download/sc5000.pkg"}) {
+        EXPECT_TRUE(fs::exists(t.host("tessaly/lumora") / file)) << file;
+    }
+    EXPECT_EQ(machinePath(t.till), "c:\\tessaly\\lumora\\bin;c:\\tessaly\\lumora\\utils");
+    EXPECT_EQ(readBytes(t.till.root() / "odbc-datasources"),
+              "quenmardb=c:\\tessaly\\lumora\\dbs\\quenmar.mdb\n");
 
     // The tools really ran and saw the arguments Windows would give them.
     EXPECT_EQ(readerRows(t.host("tessaly/lumora/dbs/quenmar.mdb")),
