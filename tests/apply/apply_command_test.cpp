@@ -1,5 +1,6 @@
 #include "apply_demo_till.h"
 #include "foundation/registry.h"
+#include "support/till_readers.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -41,12 +42,6 @@ void expectShape(const json& doc) {
     }
 }
 
-std::string setting(const std::string& name) {
-    std::string value;
-    TRegistry().GetRegistryValue("SOFTWARE\\Tessaly\\ccaddin\\", name, value);
-    return value;
-}
-
 } // namespace
 
 TEST(ApplyCommand, PlanShowsWhatTheRunDoesAndARerunOrAReplayedExportChangesNothing) {
@@ -62,7 +57,7 @@ TEST(ApplyCommand, PlanShowsWhatTheRunDoesAndARerunOrAReplayedExportChangesNothi
     const CommandResult run = demo.apply({"--answers", answers, "--json"});
     ASSERT_EQ(run.exitCode, 0) << run.out << run.err;
     const json done = parsed(run);
-    EXPECT_EQ(setting("Acquirer"), "AIB");
+    EXPECT_EQ(addinValue("Acquirer"), "AIB");
     EXPECT_EQ(parsed(plan)["mode"], "plan");
     EXPECT_EQ(done["mode"], "run");
     EXPECT_EQ(effects(parsed(plan)), effects(done));
@@ -162,7 +157,7 @@ TEST(ApplyCommand, ReportsMarkEachWriteAndNeverShowThePassword) {
     const CommandResult withInstalled = demo.apply({"--answers", answers, "--json"});
     EXPECT_EQ(parsed(withInstalled)["unapplied"].size(), 1u) << withInstalled.out;
     EXPECT_EQ(parsed(withInstalled)["unapplied"][0]["line"], 6);
-    EXPECT_EQ(setting("CorvixPassword"), "k3stRel");
+    EXPECT_EQ(addinValue("CorvixPassword"), "k3stRel");
     TRegistry().SaveRegistryValue("SOFTWARE\\Tessaly\\ccaddin\\", "CorvixPassword", "");
     const fs::path logDir = demo.till.root() / "reports";
     const std::vector<CommandResult> outputs{
@@ -170,7 +165,7 @@ TEST(ApplyCommand, ReportsMarkEachWriteAndNeverShowThePassword) {
         demo.apply({"--answers", answers, "--json", "--log-dir", logDir.string()}),
         demo.apply({"--answers", answers}),
         demo.apply({"--export", (demo.till.root() / "export.ini").string()})};
-    EXPECT_EQ(setting("CorvixPassword"), "tulip");
+    EXPECT_EQ(addinValue("CorvixPassword"), "tulip");
     std::string shown = readBytes(demo.till.root() / "export.ini");
     for (const CommandResult& output : outputs) {
         shown += output.out + output.err;

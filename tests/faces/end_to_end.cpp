@@ -3,6 +3,7 @@
 #include "foundation/registry.h"
 #include "platform/platform.h"
 #include "settings/settings_table.h"
+#include "support/till_readers.h"
 
 #include <algorithm>
 #include <fstream>
@@ -77,13 +78,8 @@ std::vector<Choice> readChoices(const std::string& file) {
 
 void writeTillState(const std::string& clientFolder, std::ostream& out) {
     std::vector<std::string> lines;
-    TRegistry registry;
-    for (const SettingDescriptor& setting : settingsTable()) {
-        std::string value;
-        const bool read = registry.GetRegistryValue(std::string(kCcAddinKeyPath),
-                                                    std::string(setting.valueName), value) == 0;
-        lines.push_back("registry: " + std::string(setting.valueName) + "=" +
-                        (read ? value : "<missing>"));
+    for (const auto& [name, value] : addinSettings()) {
+        lines.push_back("registry: " + name + "=" + value);
     }
     for (const char* name : {"cxclientconfig.ini", "zontalkclient.ini"}) {
         const std::string file = clientFolder + name;

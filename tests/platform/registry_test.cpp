@@ -1,6 +1,7 @@
 #include "platform/platform.h"
 #include "support/demo_till_template.h"
 #include "support/temp_till.h"
+#include "support/till_readers.h"
 
 #include <algorithm>
 #include <chrono>
@@ -57,21 +58,6 @@ std::string describedFault(const std::string& path, bool create) {
     return "no fault";
 }
 
-// Runs SQL on a database file as another program would: the first column of each row, each
-// followed by ";".
-std::string sql(const fs::path& file, const char* statement) {
-    sqlite3* db = nullptr;
-    sqlite3_open(file.c_str(), &db);
-    std::string rows;
-    const auto append = [](void* out, int, char** row, char**) {
-        *static_cast<std::string*>(out) += std::string(row[0]) + ";";
-        return 0;
-    };
-    EXPECT_EQ(sqlite3_exec(db, statement, append, &rows, nullptr), SQLITE_OK) << statement;
-    sqlite3_close(db);
-    return rows;
-}
-
 } // namespace
 
 TEST(Registry, PathsAndNamesMatchWhateverTheirCaseAndKeepTheirFirstCase) {
@@ -79,8 +65,8 @@ TEST(Registry, PathsAndNamesMatchWhateverTheirCaseAndKeepTheirFirstCase) {
     Key created("SOFTWARE\\Tessaly\\Caf\xE9", true);
     store(created.handle, "MerchantId", "5678");
     Key child("software\\tessaly\\CAF\xC9\\Sub\\", true);
-    EXPECT_EQ(sql(till.root() / "registry.db", "SELECT name FROM reg_keys ORDER BY id"),
-              "SOFTWARE;Tessaly;Caf\xE9;Sub;");
+    EXPECT_EQ(sqlRows(till.root() / "registry.db", "SELECT name FROM reg_keys ORDER BY id"),
+              (Lines{"SOFTWARE", "Tessaly", "Caf\xE9", "Sub"}));
 
     Key other("software\\TESSALY\\caf\xC9\\", false);
     EXPECT_EQ(fetch(other.handle, "merchantid"), "5678");
@@ -161,7 +147,7 @@ TEST(Registry, WritesOfAnotherProcessAndAReplacedFileAreSeen) {
     EXPECT_EQ(openStatus("software\\tessaly\\made elsewhere"), kErrorSuccess);
 
     fs::copy_file(file, till.root() / "edited.db");
-    sql(till.root() / "edited.db", "UPDATE reg_values SET data = CAST('second' AS BLOB)");
+    sqlRows(till.root() / "edited.db", "UPDATE reg_values SET data = CAST('second' AS BLOB)");
     fs::rename(till.root() / "edited.db", file);
     EXPECT_EQ(fetch(Key("SOFTWARE\\Tessaly", false).handle, "Value"), "second");
 }
@@ -188,7 +174,7 @@ TEST(Registry, ALockedDamagedOrForeignDatabaseIsDescribedAndKeepsEveryByte) {
 
     std::string noise(9000, '\0');
     std::generate(noise.begin(), noise.end(), std::minstd_rand(7));
-    sql(till.root() / "foreign.db", "PRAGMA user_version = 3");
+    sqlRows(till.root() / "foreign.db", "PRAGMA user_version = 3");
     const std::pair<std::string, const char*> cases[] = {
         {noise, " is damaged: file is not a database"},
         {valid.substr(0, 8192), " is damaged: database disk image is malformed"},

@@ -3,6 +3,7 @@
 #include "settings/settings_table.h"
 #include "support/fake_clock.h"
 #include "support/temp_till.h"
+#include "support/till_readers.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -17,23 +18,10 @@ void plant(const std::string& name, const std::string& value) {
     TRegistry().CreateKeyAndSaveValue(kKey, name, value);
 }
 
-std::string stored(const std::string& name) {
-    std::string value;
-    return TRegistry().GetRegistryValue(kKey, name, value) == 0 ? value : "<missing>";
-}
-
 TCcAddinRegistry readStore() {
     TCcAddinRegistry store;
     store.ReadRegistry();
     return store;
-}
-
-std::map<std::string, std::string> allStored() {
-    std::map<std::string, std::string> values;
-    for (const SettingDescriptor& setting : settingsTable()) {
-        values[std::string(setting.valueName)] = stored(std::string(setting.valueName));
-    }
-    return values;
 }
 
 // A value away from the absent-value default and from every other setting's value.
@@ -138,13 +126,13 @@ TEST(CcAddinRegistry, TextAndNumberRulesOnReading) {
 TEST(CcAddinRegistry, EachFieldNumberWritesOneValueAndEverySettingSurvivesARoundTrip) {
     TempTill till;
     plant("AutoPrintCustomerCOpy", "untouched"); // the store writes only under a key that exists
-    auto expected = allStored();
+    auto expected = addinSettings();
     const TCcAddinRegistry written = distinctRecord();
     for (std::int32_t n : {89, -1, std::numeric_limits<std::int32_t>::min(), 14}) {
         TCcAddinRegistry(written).WriteRegistry(n);
     }
     expected["CorvixPassword"] = "c:\\value 14\\";
-    EXPECT_EQ(allStored(), expected);
+    EXPECT_EQ(addinSettings(), expected);
 
     for (std::int32_t n = 0; n < 89; ++n) {
         TCcAddinRegistry(written).WriteRegistry(n);
@@ -157,12 +145,13 @@ TEST(CcAddinRegistry, EachFieldNumberWritesOneValueAndEverySettingSurvivesARound
         EXPECT_EQ(std::ranges::count_if(settingsTable(), sameProperty), 1) << setting.valueName;
     }
     // Field numbers that do not follow the record's order, and the encodings.
-    EXPECT_EQ(stored("CorvixClientId") + stored("OPOSPrinterDeviceName"),
+    EXPECT_EQ(addinValue("CorvixClientId") + addinValue("OPOSPrinterDeviceName"),
               "c:\\value 12\\c:\\value 31\\");
-    EXPECT_EQ(stored("PrinterType") + " " + stored("AddinHeight") + " " + stored("PrinterStopbit") +
-                  " " + stored("Mode") + " " + stored("WindowsFontBold"),
+    EXPECT_EQ(addinValue("PrinterType") + " " + addinValue("AddinHeight") + " " +
+                  addinValue("PrinterStopbit") + " " + addinValue("Mode") + " " +
+                  addinValue("WindowsFontBold"),
               "-1021 -1071 1.5 1 0");
-    EXPECT_EQ(stored("AutoPrintCustomerCOpy"), "untouched");
+    EXPECT_EQ(addinValue("AutoPrintCustomerCOpy"), "untouched");
 }
 
 TEST(CcAddinRegistry, TimeStampsAreFourteenDigitsAndLeaveTheRecord) {
@@ -170,12 +159,12 @@ TEST(CcAddinRegistry, TimeStampsAreFourteenDigitsAndLeaveTheRecord) {
     FakeClock clock(2025, 3, 3, 14, 5, 9);
     TCcAddinRegistry store;
     store.SaveZReportDate(); // no key yet: nothing is created, nothing thrown
-    EXPECT_EQ(stored("LastZReportDate"), "<missing>");
+    EXPECT_EQ(addinValue("LastZReportDate"), "<missing>");
     plant("LastZReportDate", "");
     store.SaveZReportDate();
     clock.advance(std::chrono::hours{10});
     store.SaveLastTmsCallDate();
-    EXPECT_EQ(stored("LastZReportDate") + " " + stored("LastTmsCallDate"),
+    EXPECT_EQ(addinValue("LastZReportDate") + " " + addinValue("LastTmsCallDate"),
               "20250303140509 20250304000509");
     EXPECT_EQ(store.strLastZReportDate + store.strLastTmsCallDate, "");
 }

@@ -56,8 +56,8 @@ TEST_F(FinishTest, SemiIntegratedRunReportsSuccessOrItsFailureInOneBox) {
     EXPECT_EQ(said.icon, MessageIcon::Information);
     EXPECT_EQ(said.title, "Corvix Parvane Configuration Utility ");
     expectBackOnTheWelcomePage();
-    EXPECT_EQ(stored("SemiIntegrated"), "4");
-    EXPECT_EQ(stored("ConfigFileLocation"), kClientFolder);
+    EXPECT_EQ(addinValue("SemiIntegrated"), "4");
+    EXPECT_EQ(addinValue("ConfigFileLocation"), kClientFolder);
     EXPECT_EQ(form_->InstalledSettings().strComPort, "COM3") << "read again after the run";
     const fs::path clientFile = clientFolder() / "cxclientconfig.ini";
     EXPECT_NE(readBytes(clientFile).find("QMComPort=3"), std::string::npos);
@@ -73,7 +73,7 @@ TEST_F(FinishTest, SemiIntegratedRunReportsSuccessOrItsFailureInOneBox) {
     EXPECT_EQ(said.text.rfind("TUpdateCxClientConfig.", 0), 0u) << said.text;
     EXPECT_TRUE(said.text.ends_with("\r\nConfiguration and installation failed.")) << said.text;
     expectBackOnTheWelcomePage();
-    EXPECT_EQ(stored("ComPort"), "COM4") << "the registry job ran before the failure";
+    EXPECT_EQ(addinValue("ComPort"), "COM4") << "the registry job ran before the failure";
 }
 
 TEST_F(FinishTest, FullyIntegratedRunOffersTheTmsCallAndStartsTheScriptUnlessCancelled) {
@@ -88,7 +88,7 @@ TEST_F(FinishTest, FullyIntegratedRunOffersTheTmsCallAndStartsTheScriptUnlessCan
     EXPECT_TRUE(host_.messages.empty()) << "no success message in this mode";
     EXPECT_EQ(host_.dialogsShown, std::vector<std::string>{"frmTms"});
     EXPECT_EQ(wizard::TmsTypeSelected, -1);
-    EXPECT_EQ(stored("Acquirer"), "AIB");
+    EXPECT_EQ(addinValue("Acquirer"), "AIB");
     const std::string script = readBytes(clientFolder() / "tmscall.vbs");
     EXPECT_NE(script.find("Const COMPORT=3"), std::string::npos);
     EXPECT_NE(script.find("CONST APPLICATION_DOWNLOADVX810=\"GENPUAT\""), std::string::npos);

@@ -4,6 +4,7 @@
 #include "foundation/registry.h"
 #include "settings/settings_table.h"
 #include "support/demo_till_template.h"
+#include "support/till_readers.h"
 
 #include <algorithm>
 
@@ -31,12 +32,6 @@ void WizardTest::plantSettings(const std::map<std::string, std::string>& values)
     for (const auto& [name, value] : values) {
         registry.CreateKeyAndSaveValue(kAddinKey, name, value);
     }
-}
-
-std::string WizardTest::stored(const std::string& valueName) const {
-    std::string value;
-    TRegistry().GetRegistryValue(kAddinKey, valueName, value);
-    return value;
 }
 
 fs::path WizardTest::clientFolder() const {

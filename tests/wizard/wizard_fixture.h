@@ -5,6 +5,7 @@
 #include "support/fake_clock.h"
 #include "support/fake_controls.h"
 #include "support/temp_till.h"
+#include "support/till_readers.h"
 #include "wizard/frm_tessaly_config.h"
 
 #include <gtest/gtest.h>
@@ -23,7 +24,6 @@ protected:
     // Stores these values under the add-in's key (made when missing).
     void plantSettings(const std::map<std::string, std::string>& values);
     // A registry value of the add-in's key as stored now.
-    std::string stored(const std::string& valueName) const;
     // The payment client's folder on the host.
     std::filesystem::path clientFolder() const;
 
