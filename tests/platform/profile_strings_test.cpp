@@ -2,9 +2,11 @@
 #include "support/temp_till.h"
 
 #include <array>
+#include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <regex>
+#include <sys/stat.h>
 #include <vector>
 
 namespace fs = std::filesystem;
@@ -33,9 +35,14 @@ const std::string kReadingFile =
 
 } // namespace
 
-TEST(ProfileStrings, ReadingFollowsTheWindowsRulesWhateverTheLineEndings) {
-    for (const std::string lineBreak : {"\n", "\r\n", "\r"}) {
-        SCOPED_TRACE(lineBreak == "\n" ? "LF" : lineBreak == "\r" ? "CR" : "CRLF");
+TEST(ProfileStrings, ReadingFollowsTheWindowsRulesWhateverTheLineEndingsAndSectionSizes) {
+    // A long comment makes the sections large enough to be searched through an index.
+    for (const std::string& lineBreak : {std::string("\n"), std::string("\r\n"), std::string("\r"),
+                                         "\r\n;" + std::string(5000, 'c') + "\r\n"}) {
+        SCOPED_TRACE(lineBreak.size() > 2 ? "large"
+                     : lineBreak == "\n"  ? "LF"
+                     : lineBreak == "\r"  ? "CR"
+                                          : "CRLF");
         TempTill till;
         till.plant("Tessaly/settings.ini",
                    "\xEF\xBB\xBF" + std::regex_replace(kReadingFile, std::regex("\n"), lineBreak));
@@ -68,7 +75,26 @@ TEST(ProfileStrings, EachCallReadsTheFileAsItIsNow) {
     ASSERT_TRUE(set("s", "x", "1"));
     EXPECT_EQ(readBytes(file), "[s]\nk=changed\nx=1\n");
 
+    // A parsed copy serves only the file it was read from: rewritten in place at the same size
+    // and given back its modification time to the nanosecond, the file is read afresh, and so is
+    // one renamed over it.
+    const auto plantOld = [&](const std::string& bytes) {
+        till.plant("Tessaly/settings.ini", bytes);
+        const timespec hourAgo[2] = {{::time(nullptr) - 3600, 123}, {::time(nullptr) - 3600, 456}};
+        ::utimensat(AT_FDCWD, file.c_str(), hourAgo, 0);
+    };
+    plantOld("[s]\nk=aaaa\n");
+    EXPECT_EQ(get("s", "k") + get("s", "k"), "aaaaaaaa");
+    plantOld("[s]\nk=bbbb\n");
+    EXPECT_EQ(get("s", "k"), "bbbb");
+    ASSERT_TRUE(set("s", "k", "cccc"));
+    EXPECT_EQ(get("s", "k"), "cccc");
+    const fs::path other = till.plant("Tessaly/other.ini", "[s]\nk=dddd\n");
+    fs::rename(other, file);
+    EXPECT_EQ(get("s", "k"), "dddd");
+
     fs::remove(file);
+    EXPECT_EQ(get("s", "k"), "dflt");
     fs::create_directory(file);
     EXPECT_EQ(get("s", "k"), "dflt");
     EXPECT_FALSE(set("s", "k", "v"));

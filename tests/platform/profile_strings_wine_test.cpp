@@ -7,6 +7,9 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <optional>
@@ -193,7 +196,13 @@ TEST(ProfileStringsUnderWine, GeneratedFilesReadAndWriteAlikeThroughBothEngines)
     for (int n = 0; n < kCases; ++n) {
         cases.push_back(generator.next());
         const std::string name = "case" + std::to_string(n) + ".ini";
-        till.plant("cases/" + name, cases.back().bytes);
+        // Every other file is an hour old, so the Linux engine serves its reads from the copy it
+        // parsed first; the others were written just now and are read afresh on every call.
+        const fs::path file = till.plant("cases/" + name, cases.back().bytes);
+        if (n % 2 == 1) {
+            const timespec hourAgo[2] = {{::time(nullptr) - 3600, 0}, {::time(nullptr) - 3600, 7}};
+            ::utimensat(AT_FDCWD, file.c_str(), hourAgo, 0);
+        }
         std::ofstream(wineFolder / name, std::ios::binary) << cases.back().bytes;
         for (const Call& call : cases.back().calls) {
             requests << call.op << ' ' << hex(platform::windowsPath((wineFolder / name).string()))

@@ -1,5 +1,6 @@
 #include "platform/posix/atomic_file.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <fcntl.h>
@@ -105,6 +106,18 @@ void syncFolder(const fs::path& folder) {
     }
 }
 
+std::size_t readSome(int fd, char* into, std::size_t size, const fs::path& file) {
+    for (;;) {
+        const ssize_t got = ::read(fd, into, size);
+        if (got >= 0) {
+            return static_cast<std::size_t>(got);
+        }
+        if (errno != EINTR) {
+            fail("cannot read", file);
+        }
+    }
+}
+
 fs::path withLinksResolved(const fs::path& file) {
     std::error_code error;
     return fs::is_symlink(file, error) ? fs::weakly_canonical(file) : file;
@@ -127,21 +140,30 @@ std::optional<std::string> readFileBytes(const fs::path& file) {
     if (S_ISDIR(info.st_mode)) {
         fail("cannot read", file, EISDIR);
     }
+    // Read straight into a string of the file's size: growing it chunk by chunk would hold two
+    // copies of a large file at once while it moved. Room is kept for the edits a run makes, so
+    // that a longer value does not move the whole file either (room never written takes no
+    // memory).
+    const auto size = static_cast<std::size_t>(std::max<off_t>(info.st_size, 0));
     std::string bytes;
-    char chunk[65536];
-    for (;;) {
-        const ssize_t got = ::read(fd.get(), chunk, sizeof chunk);
-        if (got < 0 && errno == EINTR) {
-            continue;
-        }
-        if (got < 0) {
-            fail("cannot read", file);
-        }
+    bytes.reserve(size + size / 64 + 4096);
+    bytes.resize(size);
+    std::size_t filled = 0;
+    while (filled < bytes.size()) {
+        const std::size_t got =
+            readSome(fd.get(), bytes.data() + filled, bytes.size() - filled, file);
         if (got == 0) {
+            bytes.resize(filled); // the file shrank while it was read
             return bytes;
         }
-        bytes.append(chunk, static_cast<std::size_t>(got));
+        filled += got;
     }
+    // Whatever a writer appended meanwhile.
+    char chunk[65536];
+    while (const std::size_t got = readSome(fd.get(), chunk, sizeof chunk, file)) {
+        bytes.append(chunk, got);
+    }
+    return bytes;
 }
 
 void replaceFile(const fs::path& target, std::string_view bytes) {

@@ -9,43 +9,60 @@ namespace {
 
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
+// Sections up to this size are searched line by line; larger ones through an index of their keys.
+constexpr std::size_t kIndexedSectionBytes = 4096;
+
 bool isLineBreak(char c) {
     return c == '\r' || c == '\n';
 }
 
-IniLine parseLine(std::string_view text) {
-    IniLine line;
+// LF, CRLF and a lone CR each end a line.
+std::size_t lineEnd(std::string_view bytes, std::size_t from) {
+    while (from < bytes.size() && !isLineBreak(bytes[from])) {
+        ++from;
+    }
+    return from;
+}
+
+std::size_t nextLine(std::string_view bytes, std::size_t end) {
+    if (end >= bytes.size()) {
+        return end;
+    }
+    return bytes[end] == '\r' && end + 1 < bytes.size() && bytes[end + 1] == '\n' ? end + 2
+                                                                                  : end + 1;
+}
+
+void parseLine(std::string_view text, IniLine& line) {
     const std::string_view trimmed = trimIniBlanks(text);
     if (trimmed.empty()) {
-        return line;
+        return;
     }
     if (trimmed.front() == ';') {
         line.kind = IniLineKind::Comment;
-        return line;
+        return;
     }
     // A "[" without a later "]" is no header; such a line reads as a key, as on Windows.
     const std::size_t close = trimmed.rfind(']');
     if (trimmed.front() == '[' && close != std::string_view::npos && close > 0) {
         line.kind = IniLineKind::Section;
         line.name = trimIniBlanks(trimmed.substr(1, close - 1));
-        return line;
+        return;
     }
     line.kind = IniLineKind::Key;
     const std::size_t equals = trimmed.find('=');
     if (equals == std::string_view::npos) {
         line.name = trimmed;
-        return line;
+        return;
     }
     line.name = trimIniBlanks(trimmed.substr(0, equals));
     line.value = trimIniBlanks(trimmed.substr(equals + 1));
     line.hasValue = true;
-    return line;
 }
 
-std::string withoutEnclosingQuotes(const std::string& value) {
+std::string withoutEnclosingQuotes(std::string_view value) {
     const bool quoted = value.size() >= 2 && (value.front() == '"' || value.front() == '\'') &&
                         value.back() == value.front();
-    return quoted ? value.substr(1, value.size() - 2) : value;
+    return std::string(quoted ? value.substr(1, value.size() - 2) : value);
 }
 
 } // namespace
@@ -72,31 +89,44 @@ std::size_t IniDocument::firstLineStart() const {
     return bytes_.starts_with(kUtf8Mark) ? kUtf8Mark.size() : 0;
 }
 
-// LF, CRLF and a lone CR each end a line.
+IniLine IniDocument::lineAt(std::size_t start) const {
+    IniLine line;
+    line.start = start;
+    line.end = lineEnd(bytes_, start);
+    line.next = nextLine(bytes_, line.end);
+    parseLine(std::string_view(bytes_).substr(start, line.end - start), line);
+    return line;
+}
+
+// Only lines whose first non-blank byte is "[" can be headers, so the others are passed over
+// without being parsed.
 void IniDocument::index() {
-    lines_.clear();
-    // Sized once (a lone-CR file still grows it): growing it line by line moved every line
-    // already indexed, a large part of the cost of reading a long file.
-    lines_.reserve(static_cast<std::size_t>(std::count(bytes_.begin(), bytes_.end(), '\n')) + 1);
-    std::size_t pos = firstLineStart();
-    while (pos < bytes_.size()) {
-        std::size_t end = pos;
-        while (end < bytes_.size() && !isLineBreak(bytes_[end])) {
-            ++end;
+    headers_.clear();
+    firstHeader_.clear();
+    keyIndexes_.clear();
+    const std::string_view bytes = bytes_;
+    for (std::size_t pos = firstLineStart(); pos < bytes.size();) {
+        std::size_t first = pos;
+        while (first < bytes.size() && isIniBlank(bytes[first])) {
+            ++first;
         }
-        std::size_t next = end;
-        if (next < bytes_.size()) {
-            next += (bytes_[next] == '\r' && next + 1 < bytes_.size() && bytes_[next + 1] == '\n')
-                        ? 2
-                        : 1;
+        const std::size_t end = lineEnd(bytes, first);
+        if (first < end && bytes[first] == '[') {
+            const IniLine line = lineAt(pos);
+            if (line.kind == IniLineKind::Section) {
+                const auto nameFrom = static_cast<std::size_t>(line.name.data() - bytes.data());
+                firstHeader_.try_emplace(cp1252::toUpper(line.name), headers_.size());
+                headers_.push_back({pos, line.next, nameFrom, line.name.size()});
+            }
         }
-        IniLine line = parseLine(std::string_view(bytes_).substr(pos, end - pos));
-        line.start = pos;
-        line.end = end;
-        line.next = next;
-        lines_.push_back(std::move(line));
-        pos = next;
+        pos = nextLine(bytes, end);
     }
+}
+
+IniSection IniDocument::sectionOf(std::size_t header) const {
+    const std::size_t end =
+        header + 1 < headers_.size() ? headers_[header + 1].start : bytes_.size();
+    return {headers_[header].start, headers_[header].next, end};
 }
 
 std::string IniDocument::lineBreak() const {
@@ -109,27 +139,40 @@ std::string IniDocument::lineBreak() const {
 }
 
 std::optional<IniSection> IniDocument::findSection(std::string_view name) const {
-    const std::string_view wanted = trimIniBlanks(name);
-    for (std::size_t i = 0; i < lines_.size(); ++i) {
-        if (lines_[i].kind != IniLineKind::Section || !cp1252::iequals(lines_[i].name, wanted)) {
-            continue;
-        }
-        std::size_t end = i + 1;
-        while (end < lines_.size() && lines_[end].kind != IniLineKind::Section) {
-            ++end;
-        }
-        return IniSection{i, end};
+    const auto found = firstHeader_.find(cp1252::toUpper(trimIniBlanks(name)));
+    if (found == firstHeader_.end()) {
+        return std::nullopt;
     }
-    return std::nullopt;
+    return sectionOf(found->second);
 }
 
-std::optional<std::size_t> IniDocument::findKey(const IniSection& section,
-                                                std::string_view key) const {
-    const std::string_view wanted = trimIniBlanks(key);
-    for (std::size_t i = section.header + 1; i < section.end; ++i) {
-        if (lines_[i].kind == IniLineKind::Key && cp1252::iequals(lines_[i].name, wanted)) {
-            return i;
+const IniDocument::KeyIndex& IniDocument::keyIndex(const IniSection& section) const {
+    const auto [found, made] = keyIndexes_.try_emplace(section.body);
+    if (made) {
+        for (std::size_t pos = section.body; pos < section.end;) {
+            const IniLine line = lineAt(pos);
+            if (line.kind == IniLineKind::Key) {
+                found->second.try_emplace(cp1252::toUpper(line.name), pos);
+            }
+            pos = line.next;
         }
+    }
+    return found->second;
+}
+
+std::optional<IniLine> IniDocument::findKey(const IniSection& section, std::string_view key) const {
+    const std::string_view wanted = trimIniBlanks(key);
+    if (section.end - section.body > kIndexedSectionBytes) {
+        const KeyIndex& keys = keyIndex(section);
+        const auto found = keys.find(cp1252::toUpper(wanted));
+        return found == keys.end() ? std::nullopt : std::optional(lineAt(found->second));
+    }
+    for (std::size_t pos = section.body; pos < section.end;) {
+        const IniLine line = lineAt(pos);
+        if (line.kind == IniLineKind::Key && cp1252::iequals(line.name, wanted)) {
+            return line;
+        }
+        pos = line.next;
     }
     return std::nullopt;
 }
@@ -144,17 +187,17 @@ std::optional<std::string> IniDocument::storedValue(std::string_view section,
                                                     std::string_view key) const {
     const auto found = findSection(section);
     const auto line = found ? findKey(*found, key) : std::nullopt;
-    if (!line || !lines_[*line].hasValue) {
+    if (!line || !line->hasValue) {
         return std::nullopt;
     }
-    return lines_[*line].value;
+    return std::string(line->value);
 }
 
 std::vector<std::string> IniDocument::sectionNames() const {
     std::vector<std::string> names;
-    for (const IniLine& line : lines_) {
-        if (line.kind == IniLineKind::Section && !line.name.empty()) {
-            names.push_back(line.name);
+    for (const Header& header : headers_) {
+        if (header.nameSize > 0) {
+            names.push_back(bytes_.substr(header.nameFrom, header.nameSize));
         }
     }
     return names;
@@ -163,10 +206,12 @@ std::vector<std::string> IniDocument::sectionNames() const {
 std::vector<std::string> IniDocument::keyNames(std::string_view section) const {
     std::vector<std::string> names;
     if (const auto found = findSection(section)) {
-        for (std::size_t i = found->header + 1; i < found->end; ++i) {
-            if (lines_[i].kind == IniLineKind::Key && lines_[i].hasValue) {
-                names.push_back(lines_[i].name);
+        for (std::size_t pos = found->body; pos < found->end;) {
+            const IniLine line = lineAt(pos);
+            if (line.kind == IniLineKind::Key && line.hasValue) {
+                names.emplace_back(line.name);
             }
+            pos = line.next;
         }
     }
     return names;
@@ -187,20 +232,19 @@ bool IniDocument::setValue(std::string_view section, std::string_view key, std::
         appendSection(section, keyLine);
         return true;
     }
-    const auto at = findKey(*found, key);
-    if (!at) {
+    const auto line = findKey(*found, key);
+    if (!line) {
         addKey(*found, keyLine);
         return true;
     }
-    const IniLine& line = lines_[*at];
-    if (line.hasValue && line.value == value) {
+    if (line->hasValue && line->value == value) {
         return false;
     }
-    std::size_t textStart = line.start;
-    while (textStart < line.end && isIniBlank(bytes_[textStart])) {
+    std::size_t textStart = line->start;
+    while (textStart < line->end && isIniBlank(bytes_[textStart])) {
         ++textStart;
     }
-    splice(textStart, line.end, line.name + "=" + std::string(value));
+    splice(textStart, line->end, std::string(line->name) + "=" + std::string(value));
     return true;
 }
 
@@ -217,13 +261,14 @@ void IniDocument::appendSection(std::string_view section, const std::string& key
 // The new key follows the section's last non-blank line, so blank lines that part this section
 // from the next stay between them.
 void IniDocument::addKey(const IniSection& section, const std::string& keyLine) {
-    std::size_t last = section.header;
-    for (std::size_t i = section.header + 1; i < section.end; ++i) {
-        if (lines_[i].kind != IniLineKind::Blank) {
-            last = i;
+    IniLine after = lineAt(section.header);
+    for (std::size_t pos = section.body; pos < section.end;) {
+        const IniLine line = lineAt(pos);
+        if (line.kind != IniLineKind::Blank) {
+            after = line;
         }
+        pos = line.next;
     }
-    const IniLine& after = lines_[last];
     const std::string lineBreak = this->lineBreak();
     const std::string text = (after.next == after.end ? lineBreak : "") + keyLine + lineBreak;
     splice(after.next, after.next, text);
@@ -231,11 +276,11 @@ void IniDocument::addKey(const IniSection& section, const std::string& keyLine) 
 
 bool IniDocument::deleteKey(std::string_view section, std::string_view key) {
     const auto found = findSection(section);
-    const auto at = found ? findKey(*found, key) : std::nullopt;
-    if (!at) {
+    const auto line = found ? findKey(*found, key) : std::nullopt;
+    if (!line) {
         return false;
     }
-    splice(lines_[*at].start, lines_[*at].next, "");
+    splice(line->start, line->next, "");
     return true;
 }
 
@@ -245,7 +290,7 @@ bool IniDocument::deleteSection(std::string_view section) {
     if (!found) {
         return false;
     }
-    splice(lines_[found->header].start, lines_[found->end - 1].next, "");
+    splice(found->header, found->end, "");
     return true;
 }
 

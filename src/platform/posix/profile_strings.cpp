@@ -1,7 +1,10 @@
-// GetPrivateProfileStringA and WritePrivateProfileStringA over the files of the Linux till. Every
-// call reads the file afresh, so a change made by another writer is seen by the next call.
+// GetPrivateProfileStringA and WritePrivateProfileStringA over the files of the Linux till. Each
+// call sees the file as it is on disk at that moment: a parsed copy kept from an earlier call
+// serves it only while the file is provably unchanged, and a write replaces the file before it
+// returns.
 #include "platform/platform.h"
 #include "platform/posix/atomic_file.h"
+#include "platform/posix/ini_cache.h"
 #include "platform/posix/ini_document.h"
 #include "platform/recorder.h"
 
@@ -60,15 +63,6 @@ unsigned long copyList(const std::vector<std::string>& names, char* buffer, unsi
     return size - 2;
 }
 
-// A file that exists but cannot be read gives the defaults, like a missing one.
-IniDocument load(const fs::path& file) {
-    try {
-        return IniDocument(posix::readFileBytes(file).value_or(""));
-    } catch (const std::system_error&) {
-        return IniDocument();
-    }
-}
-
 bool hasLineBreak(const char* text) {
     return text != nullptr && std::strpbrk(text, "\r\n") != nullptr;
 }
@@ -104,6 +98,30 @@ bool applyEdit(IniDocument& document, const char* section, const char* key, cons
     return document.setValue(section, key, value);
 }
 
+// The edited document goes to disk from the cached copy itself: a large file is never copied.
+void store(posix::IniLease& lease, const fs::path& file) {
+    try {
+        posix::replaceFile(file, lease.document().bytes());
+    } catch (...) {
+        posix::iniCache().forget(lease, file);
+        throw;
+    }
+    posix::iniCache().stored(lease, file);
+}
+
+unsigned long readFrom(const IniDocument& document, const char* section, const char* key,
+                       const std::string& fallback, char* buffer, unsigned long size) {
+    if (section == nullptr) {
+        return copyList(document.sectionNames(), buffer, size);
+    }
+    if (key == nullptr) {
+        // A section without keys gives the default rather than an empty list.
+        const std::vector<std::string> names = document.keyNames(section);
+        return names.empty() ? copyText(fallback, buffer, size) : copyList(names, buffer, size);
+    }
+    return copyText(document.value(section, key).value_or(fallback), buffer, size);
+}
+
 } // namespace
 
 unsigned long getPrivateProfileString(const char* section, const char* key,
@@ -115,16 +133,11 @@ unsigned long getPrivateProfileString(const char* section, const char* key,
     const fs::path file = hostPath(fileName);
     const std::string fallback = withoutTrailingBlanks(defaultValue);
     try {
-        const IniDocument document = load(file);
-        if (section == nullptr) {
-            return copyList(document.sectionNames(), buffer, size);
-        }
-        if (key == nullptr) {
-            // A section without keys gives the default rather than an empty list.
-            const std::vector<std::string> names = document.keyNames(section);
-            return names.empty() ? copyText(fallback, buffer, size) : copyList(names, buffer, size);
-        }
-        return copyText(document.value(section, key).value_or(fallback), buffer, size);
+        posix::IniLease lease = posix::iniCache().open(file);
+        return readFrom(lease.document(), section, key, fallback, buffer, size);
+    } catch (const std::system_error&) {
+        // A file that exists but cannot be read gives the defaults, like a missing one.
+        return readFrom(IniDocument(), section, key, fallback, buffer, size);
     } catch (const std::exception&) {
         return copyText(fallback, buffer, size);
     }
@@ -133,7 +146,7 @@ unsigned long getPrivateProfileString(const char* section, const char* key,
 bool writePrivateProfileString(const char* section, const char* key, const char* value,
                                const std::string& fileName) {
     if (section == nullptr) {
-        // With everything null Windows only flushes its cache; we keep none.
+        // With everything null Windows only flushes its cache; ours is written through.
         return key == nullptr && value == nullptr;
     }
     const fs::path file = hostPath(fileName);
@@ -144,17 +157,17 @@ bool writePrivateProfileString(const char* section, const char* key, const char*
         if (isReadOnly(file)) {
             return false;
         }
-        const std::optional<std::string> bytes = posix::readFileBytes(file);
+        posix::IniLease lease = posix::iniCache().open(file);
         std::error_code error;
-        if (!bytes && !fs::is_directory(file.parent_path(), error)) {
+        if (!lease.fileExists() && !fs::is_directory(file.parent_path(), error)) {
             return false;
         }
-        IniDocument document(bytes.value_or(""));
+        IniDocument& document = lease.document();
         const std::optional<std::string> before =
             key != nullptr ? document.storedValue(section, key) : std::nullopt;
         const bool changed = applyEdit(document, section, key, value);
         if (changed) {
-            posix::replaceFile(file, document.bytes());
+            store(lease, file);
         }
         if (Recorder* recorder = activeRecorder(); recorder != nullptr && key != nullptr) {
             recorder->profileKeyWritten(
