@@ -34,3 +34,13 @@ private:
 
     std::string strErrorMessage_;
 };
+
+// Registry reads for the life of this object see one snapshot of the registry, in one
+// transaction (see platform::beginRegistryReads).
+class RegistryReadBatch {
+public:
+    RegistryReadBatch() { platform::beginRegistryReads(); }
+    ~RegistryReadBatch() { platform::endRegistryReads(); }
+    RegistryReadBatch(const RegistryReadBatch&) = delete;
+    RegistryReadBatch& operator=(const RegistryReadBatch&) = delete;
+};

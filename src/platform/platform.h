@@ -69,6 +69,13 @@ long regSetValue(RegKey key, const std::string& valueName, std::uint32_t type,
 // RegCloseKey.
 long regCloseKey(RegKey key);
 
+// Reads between the two calls (they nest) see the registry as one snapshot and share one lock:
+// reading the 89 settings takes it once instead of hundreds of times. A write in between ends the
+// snapshot early; the reads after it see the registry as it then is. Windows keeps its registry
+// in memory and needs no such thing.
+void beginRegistryReads();
+void endRegistryReads();
+
 // ---- Profile strings (INI files) --------------------------------------------------------------
 
 // GetPrivateProfileStringA. A null section lists the section names, a null key the key names

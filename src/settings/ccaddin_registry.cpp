@@ -49,6 +49,7 @@ void saveMoment(const char* valueName) {
 
 void TCcAddinRegistry::ReadRegistry() {
     try {
+        const RegistryReadBatch batch;
         TRegistry registry;
         std::string stored;
         for (const SettingDescriptor& setting : settingsTable()) {

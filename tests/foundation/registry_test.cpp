@@ -111,3 +111,24 @@ TEST(Registry, ADamagedRegistryIsAFaultOfTheReadAndSilentForTheWrites) {
     EXPECT_EQ(registry.strErrorMessage(), text);
 }
 #endif
+
+TEST(Registry, ABatchOfReadsSeesItsOwnWritesAndEndsCleanly) {
+    TempTill till;
+    plantValue("Port", platform::kRegSz, "COM1");
+    std::string value;
+    {
+        const RegistryReadBatch outer;
+        const RegistryReadBatch inner;
+        TRegistry registry;
+        EXPECT_EQ(registry.GetRegistryValue(kKey, "Port", value), 0);
+        EXPECT_EQ(value, "COM1");
+        registry.SaveRegistryValue(kKey, "Port", "COM2");
+        EXPECT_EQ(registry.GetRegistryValue(kKey, "Port", value), 0);
+        EXPECT_EQ(value, "COM2");
+        EXPECT_EQ(registry.strErrorMessage(), "");
+    }
+    TRegistry after;
+    after.SaveRegistryValue(kKey, "Port", "COM3");
+    EXPECT_EQ(after.GetRegistryValue(kKey, "Port", value), 0);
+    EXPECT_EQ(value + after.strErrorMessage(), "COM3");
+}

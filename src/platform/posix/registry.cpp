@@ -62,18 +62,39 @@ class Connections {
 public:
     std::shared_ptr<RegistryStore> open(RegistryStore::Mode mode) {
         std::lock_guard lock(mutex_);
+        if (snapshot_ && mode == RegistryStore::Mode::openExisting) {
+            return snapshot_; // the snapshot's lock keeps every writer out meanwhile
+        }
         const std::filesystem::path file = posix::registryFile();
-        if (last_ && lastFile_ == file && fingerprint(file) == lastPrint_) {
-            return last_;
-        }
-        last_.reset();
-        std::shared_ptr<RegistryStore> store = RegistryStore::open(file, mode);
-        if (store) {
-            last_ = store;
+        if (!(last_ && lastFile_ == file && fingerprint(file) == lastPrint_)) {
+            last_.reset();
+            last_ = RegistryStore::open(file, mode);
             lastFile_ = file;
-            lastPrint_ = fingerprint(file);
+            lastPrint_ = last_ ? fingerprint(file) : Fingerprint{};
         }
-        return store;
+        if (last_ && snapshotDepth_ > 0 && mode == RegistryStore::Mode::openExisting) {
+            last_->beginSnapshot();
+            snapshot_ = last_;
+        }
+        return last_;
+    }
+
+    void beginSnapshot() {
+        std::lock_guard lock(mutex_);
+        ++snapshotDepth_;
+    }
+
+    void endSnapshot() {
+        std::lock_guard lock(mutex_);
+        if (--snapshotDepth_ > 0 || !snapshot_) {
+            return;
+        }
+        try {
+            snapshot_->endSnapshot();
+        } catch (const std::exception&) {
+            // Only reads were made; a failed end loses nothing.
+        }
+        snapshot_.reset();
     }
 
     // After this process has used the connection, the file as it now is counts as seen.
@@ -107,6 +128,8 @@ private:
     std::shared_ptr<RegistryStore> last_;
     std::filesystem::path lastFile_;
     Fingerprint lastPrint_;
+    int snapshotDepth_ = 0;
+    std::shared_ptr<RegistryStore> snapshot_;
 };
 
 Connections& connections() {
@@ -240,6 +263,14 @@ long regSetValue(RegKey key, const std::string& valueName, std::uint32_t type,
 
 long regCloseKey(RegKey key) {
     return handles().remove(key) ? kErrorSuccess : kErrorInvalidHandle;
+}
+
+void beginRegistryReads() {
+    connections().beginSnapshot();
+}
+
+void endRegistryReads() {
+    connections().endSnapshot();
 }
 
 } // namespace platform

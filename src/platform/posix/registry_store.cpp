@@ -142,7 +142,13 @@ private:
 // time-out) at the start instead of failing half-way; anything not committed is rolled back.
 class RegistryStore::Transaction {
 public:
-    explicit Transaction(RegistryStore& store) : store_(store) { exec("BEGIN IMMEDIATE"); }
+    // A snapshot of reads still open ends here: its lock would keep the write from starting.
+    explicit Transaction(RegistryStore& store) : store_(store) {
+        if (sqlite3_get_autocommit(store_.db_) == 0) {
+            exec("COMMIT");
+        }
+        exec("BEGIN IMMEDIATE");
+    }
     ~Transaction() {
         if (!committed_) {
             sqlite3_exec(store_.db_, "ROLLBACK", nullptr, nullptr, nullptr);
@@ -169,23 +175,32 @@ private:
 
 // The lookups of one key path under a single read lock: each statement on its own would take and
 // drop the lock, and check the file for a hot journal, again.
+// Inside a snapshot the snapshot's transaction serves.
 class RegistryStore::ReadTransaction {
 public:
-    explicit ReadTransaction(RegistryStore& store) : store_(store) {
-        Statement(store_, "BEGIN DEFERRED").step();
+    explicit ReadTransaction(RegistryStore& store)
+        : store_(store), own_(sqlite3_get_autocommit(store.db_) != 0) {
+        if (own_) {
+            Statement(store_, "BEGIN DEFERRED").step();
+        }
     }
     ~ReadTransaction() {
-        if (sqlite3_get_autocommit(store_.db_) == 0) {
+        if (own_ && sqlite3_get_autocommit(store_.db_) == 0) {
             sqlite3_exec(store_.db_, "ROLLBACK", nullptr, nullptr, nullptr);
         }
     }
     ReadTransaction(const ReadTransaction&) = delete;
     ReadTransaction& operator=(const ReadTransaction&) = delete;
 
-    void end() { Statement(store_, "COMMIT").step(); }
+    void end() {
+        if (own_) {
+            Statement(store_, "COMMIT").step();
+        }
+    }
 
 private:
     RegistryStore& store_;
+    bool own_;
 };
 
 fs::path registryFile() {
@@ -357,6 +372,18 @@ void RegistryStore::writeValue(KeyId key, std::string_view name, std::uint32_t t
     write.bind(1, key).bind(2, name).bind(3, cp1252::toUpper(name));
     write.bind(4, static_cast<std::int64_t>(type)).bind(5, data).step();
     transaction.commit();
+}
+
+void RegistryStore::beginSnapshot() {
+    if (sqlite3_get_autocommit(db_) != 0) {
+        Statement(*this, "BEGIN DEFERRED").step();
+    }
+}
+
+void RegistryStore::endSnapshot() {
+    if (sqlite3_get_autocommit(db_) == 0) {
+        Statement(*this, "COMMIT").step();
+    }
 }
 
 } // namespace platform::posix

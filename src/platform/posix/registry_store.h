@@ -59,6 +59,10 @@ public:
     // Stores the value in one transaction; an existing value keeps its name's case.
     void writeValue(KeyId key, std::string_view name, std::uint32_t type, std::string_view data);
 
+    // One read transaction over the reads that follow, until endSnapshot() or a write.
+    void beginSnapshot();
+    void endSnapshot();
+
 private:
     explicit RegistryStore(const std::filesystem::path& file);
 

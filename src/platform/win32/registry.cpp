@@ -62,4 +62,8 @@ long regCloseKey(RegKey key) {
     return RegCloseKey(asHandle(key));
 }
 
+void beginRegistryReads() {}
+
+void endRegistryReads() {}
+
 } // namespace platform
