@@ -61,6 +61,61 @@ constexpr std::array<Range, 4> kRanges = {{
     {"DecimalInCashback", 0, 2, "a cashback entry type"},
 }};
 
+// The free texts the run carries into the TMS script (a VBScript string literal), the device
+// manager's command line or the device's display, where a double quote ends the text early.
+constexpr std::array<std::string_view, 4> kQuotedFreeTexts = {"CorvixMerchantId", "CorvixClientId",
+                                                              "IdlePrompt1", "IdlePrompt2"};
+
+struct TextLimit {
+    std::string_view valueName;
+    std::size_t longest;
+    std::string_view why;
+};
+
+// The longest text each setting takes; every other text setting takes 255 characters, what the
+// add-in's registry reads were made for.
+constexpr std::array<TextLimit, 8> kTextLimits = {{
+    {"IdlePrompt1", 32, "one line of the device's idle display"},
+    {"IdlePrompt2", 32, "one line of the device's idle display"},
+    {"CorvixMerchantId", 64, "an identifier the TMS service issued"},
+    {"CorvixClientId", 64, "an identifier the TMS service issued"},
+    {"CorvixPassword", 64, "a password the TMS service issued"},
+    {"ConfigFileLocation", 247, "a Windows folder, which holds at most 247 characters"},
+    {"ReceiptFileLocation", 247, "a Windows folder, which holds at most 247 characters"},
+    {"ReportFileLocation", 247, "a Windows folder, which holds at most 247 characters"},
+}};
+constexpr TextLimit kOtherText = {"", 255, "registry text the add-in reads"};
+
+// A line break would split an INI line or a script line, a NUL would end the registry text.
+std::optional<std::string> textProblem(const AnswerValue& answer) {
+    const std::string name(answer.setting->valueName);
+    const auto control = std::find_if(answer.text.begin(), answer.text.end(), [](char c) {
+        return static_cast<unsigned char>(c) < 0x20 || c == '\x7F';
+    });
+    if (control != answer.text.end()) {
+        return name + ": a control character (code " +
+               std::to_string(static_cast<unsigned char>(*control)) +
+               ") cannot be stored; the text would reach the till broken";
+    }
+    const bool quoted = std::any_of(kQuotedFreeTexts.begin(), kQuotedFreeTexts.end(),
+                                    [&](std::string_view n) { return cp1252::iequals(n, name); });
+    if (quoted && answer.text.find('"') != std::string::npos) {
+        return name + "=" + answer.text +
+               ": a double quote would end the text early in the TMS script or on the device";
+    }
+    TextLimit limit = kOtherText;
+    for (const TextLimit& candidate : kTextLimits) {
+        if (cp1252::iequals(candidate.valueName, name)) {
+            limit = candidate;
+        }
+    }
+    if (answer.text.size() > limit.longest) {
+        return name + ": " + std::to_string(answer.text.size()) + " characters, longer than " +
+               std::string(limit.why) + " (at most " + std::to_string(limit.longest) + ")";
+    }
+    return std::nullopt;
+}
+
 std::optional<std::string> kindProblem(const AnswerValue& answer) {
     const std::string_view name = answer.setting->valueName;
     switch (answer.setting->member.index()) {
@@ -95,7 +150,7 @@ std::optional<std::string> kindProblem(const AnswerValue& answer) {
             return std::string("CorvixPassword=***: that is the masked display of a password, "
                                "not a password");
         }
-        return std::nullopt;
+        return textProblem(answer);
     }
 }
 
@@ -170,18 +225,19 @@ void checkProfile(const Answers& answers, const std::string& folder,
                   const TCcAddinRegistry& settings, std::vector<AnswerProblem>& problems) {
     const AnswerValue* profile = answers.find("TessalyID");
     const AnswerValue* mode = answers.find("Mode");
-    if (profile == nullptr && mode == nullptr) {
-        return;
-    }
     const std::vector<std::string> offered = mc::profileNames(folder, settings.bTestMode);
     if (settings.strTessalyID.empty() || contains(offered, settings.strTessalyID)) {
         return; // an empty profile is the Finish rule's complaint
     }
+    // The installed profile may have gone from the file: the run would then write empty
+    // addresses, and the till could no longer reach its acquirer.
     const std::string kind = settings.bTestMode ? "test" : "live";
-    problems.push_back({profile != nullptr ? profile->line : mode->line,
+    problems.push_back({profile != nullptr ? profile->line
+                        : mode != nullptr  ? mode->line
+                                           : 0,
                         "TessalyID=" + settings.strTessalyID + ": not one of the " + kind +
-                            " connection profiles in connectioninfo.ini (" + listed(offered) +
-                            ")"});
+                            " connection profiles in connectioninfo.ini (" + listed(offered) + ")" +
+                            (profile == nullptr ? ", though it is the installed one" : "")});
 }
 
 void checkFinishRule(const TCcAddinRegistry& settings, std::vector<AnswerProblem>& problems) {

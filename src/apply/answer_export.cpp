@@ -24,7 +24,7 @@ std::string exportAnswers(const TCcAddinRegistry& settings) {
     for (const SettingDescriptor& setting : settingsTable()) {
         const std::string name(setting.valueName);
         if (name == "CorvixPassword") {
-            text += "; CorvixPassword is not exported: add CorvixPassword=... to set it\r\n";
+            text += "; CorvixPassword is not exported: the run keeps an installed password\r\n";
             continue;
         }
         const std::string value = storedText(settings, setting);

@@ -84,6 +84,11 @@ public:
             }
             parseLine(number, *line);
         }
+        if (!sawCcAddin_) {
+            complain(0, "there is no [ccaddin] section: the file says nothing to apply");
+        } else if (answers_.values.empty()) {
+            complain(0, "[ccaddin] names no setting: the file says nothing to apply");
+        }
         return std::move(answers_);
     }
 
@@ -132,6 +137,7 @@ private:
         const std::string_view name = trimmed(line.substr(1, line.size() - 2));
         if (cp1252::iequals(name, "ccaddin")) {
             section_ = Section::CcAddin;
+            sawCcAddin_ = true;
         } else if (cp1252::iequals(name, "run")) {
             section_ = Section::Run;
         } else {
@@ -176,6 +182,7 @@ private:
     std::vector<AnswerProblem>& problems_;
     Answers answers_;
     Section section_ = Section::None;
+    bool sawCcAddin_ = false;
 };
 
 constexpr std::array<std::string_view, 4> kTmsTexts = {"none", "standard", "full", "logs"};

@@ -10,7 +10,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <optional>
 #include <ostream>
 
@@ -122,12 +121,29 @@ std::string tillFault(const std::string& programFolder) {
     }
 }
 
-std::optional<std::string> readFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in) {
-        return std::nullopt;
+constexpr std::uintmax_t kLargestAnswerFile = 1024 * 1024;
+
+// The answer file's bytes, or nothing with `problem` saying why. Only a regular file of at most
+// a mebibyte is read: a folder, a device or a pipe could block or never end.
+std::optional<std::string> readAnswerFile(const std::string& path, std::string& problem) {
+    namespace fs = std::filesystem;
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (error || !fs::exists(status)) {
+        problem = "the answer file cannot be read";
+    } else if (!fs::is_regular_file(status)) {
+        problem = "the answer file is not a regular file";
+    } else if (fs::file_size(path, error) > kLargestAnswerFile || error) {
+        problem = "the answer file is larger than 1 MiB, which no answer file needs";
+    } else {
+        std::ifstream in(path, std::ios::binary);
+        std::string bytes(static_cast<std::size_t>(fs::file_size(path, error)), '\0');
+        if (in.read(bytes.data(), static_cast<std::streamsize>(bytes.size()))) {
+            return bytes;
+        }
+        problem = "the answer file cannot be read";
     }
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    return std::nullopt;
 }
 
 void keepReport(const std::string& logDir, const std::string& text, std::ostream& err) {
@@ -155,9 +171,10 @@ public:
         if (!(report_.fault = tillFault(folder_)).empty()) {
             return finish(ApplyExit::TillUnreadable);
         }
-        const std::optional<std::string> bytes = readFile(options_.answers);
+        std::string problem;
+        const std::optional<std::string> bytes = readAnswerFile(options_.answers, problem);
         if (!bytes) {
-            report_.problems.push_back({0, "the answer file cannot be read"});
+            report_.problems.push_back({0, problem});
             return finish(ApplyExit::BadAnswers);
         }
         const Answers answers = parseAnswers(*bytes, report_.problems);
@@ -174,21 +191,31 @@ public:
         }
         request.programFolder = folder_;
         request.tms = report_.tms;
-        request.plan = options_.plan;
-        if (!options_.plan && !options_.json) {
-            request.onStatus = [this](const std::string& status) {
-                out_ << "... " << status << "\n" << std::flush;
-            };
-        }
+        request.plan = true;
         try {
+            // Only the run itself knows what it would leave unapplied and where it would fail, so
+            // a plan goes first and the till is changed only when the plan holds no surprise.
             report_.outcome = runConfiguration(request);
+            if (report_.outcome->result == 0) {
+                report_.problems =
+                    unappliedAnswers(answers, request.installed, report_.outcome->changes);
+                if (!report_.problems.empty()) {
+                    report_.outcome.reset();
+                    return finish(ApplyExit::BadAnswers);
+                }
+            }
+            if (!options_.plan && report_.outcome->result == 0) {
+                request.plan = false;
+                if (!options_.json) {
+                    request.onStatus = [this](const std::string& status) {
+                        out_ << "... " << status << "\n" << std::flush;
+                    };
+                }
+                report_.outcome = runConfiguration(request);
+            }
         } catch (const std::exception& e) {
             report_.fault = e.what();
             return finish(ApplyExit::TillUnreadable);
-        }
-        if (report_.outcome->result == 0) {
-            report_.unapplied =
-                unappliedAnswers(answers, request.installed, report_.outcome->changes);
         }
         return finish(report_.outcome->result == 0 ? ApplyExit::Success : ApplyExit::RunFailed);
     }

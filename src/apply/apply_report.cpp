@@ -15,6 +15,18 @@ std::string utf8(const std::string& text) {
     return cp1252::toUtf8(text);
 }
 
+// A name of this machine's file system: UTF-8 as a rule, but a name made elsewhere may hold
+// Windows-1252 bytes, which are read as such rather than fail the report.
+std::string hostText(const std::string& name) {
+    return cp1252::isUtf8(name) ? name : cp1252::toUtf8(name);
+}
+
+// The document as text; any byte that still is not UTF-8 becomes U+FFFD instead of an error, so
+// a report after a run that changed the till is always printed.
+std::string dumped(const ordered_json& doc) {
+    return doc.dump(2, ' ', false, ordered_json::error_handler_t::replace) + "\n";
+}
+
 ordered_json optionalText(const std::optional<std::string>& text) {
     return text ? ordered_json(utf8(*text)) : ordered_json(nullptr);
 }
@@ -128,10 +140,6 @@ std::string reportText(const ApplyReport& report) {
         }
         textOutcome(out, report);
     }
-    for (const AnswerProblem& answer : report.unapplied) {
-        out << "Note: " << report.answersFile << ":" << answer.line << ": " << utf8(answer.message)
-            << "\n";
-    }
     return out.str();
 }
 
@@ -140,7 +148,7 @@ std::string reportJson(const ApplyReport& report) {
     doc["mode"] = report.plan ? "plan" : "run";
     doc["result"] = resultName(report);
     doc["exitCode"] = static_cast<int>(report.exit);
-    doc["answers"] = report.answersFile;
+    doc["answers"] = hostText(report.answersFile);
     doc["tms"] = tmsChoiceText(report.tms);
     doc["changed"] = report.outcome && report.outcome->changes.anyChanged();
     doc["error"] = nullptr;
@@ -155,17 +163,13 @@ std::string reportJson(const ApplyReport& report) {
             {{"line", problem.line > 0 ? ordered_json(problem.line) : ordered_json(nullptr)},
              {"message", utf8(problem.message)}});
     }
-    doc["unapplied"] = ordered_json::array();
-    for (const AnswerProblem& answer : report.unapplied) {
-        doc["unapplied"].push_back({{"line", answer.line}, {"message", utf8(answer.message)}});
-    }
     doc["progress"] = ordered_json::array();
     doc["registry"] = ordered_json::array();
     doc["ini"] = ordered_json::array();
     doc["files"] = ordered_json::array();
     doc["commands"] = ordered_json::array();
     if (!report.outcome) {
-        return doc.dump(2) + "\n";
+        return dumped(doc);
     }
     const RunOutcome& outcome = *report.outcome;
     for (const std::string& status : outcome.progress) {
@@ -199,5 +203,5 @@ std::string reportJson(const ApplyReport& report) {
     for (const std::string& command : outcome.changes.commands) {
         doc["commands"].push_back(utf8(command));
     }
-    return doc.dump(2) + "\n";
+    return dumped(doc);
 }

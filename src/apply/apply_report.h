@@ -16,10 +16,9 @@ struct ApplyReport {
     ApplyExit exit = ApplyExit::Success;
     std::string answersFile;
     TmsChoice tms = TmsChoice::None;
-    std::vector<AnswerProblem> problems;  // why the answers were refused
-    std::vector<AnswerProblem> unapplied; // answers the run left without effect
-    std::string fault;                    // why the till could not be read
-    std::optional<RunOutcome> outcome;    // present once the run (or plan) was made
+    std::vector<AnswerProblem> problems; // why the answers were refused
+    std::string fault;                   // why the till could not be read
+    std::optional<RunOutcome> outcome;   // present once the run (or plan) was made
 };
 
 // The failure line the wizard puts under a failed run's message.

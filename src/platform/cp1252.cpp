@@ -122,4 +122,32 @@ std::string fromUtf8(std::string_view utf8) {
     return out;
 }
 
+bool isUtf8(std::string_view bytes) {
+    for (std::size_t i = 0; i < bytes.size();) {
+        const auto b = static_cast<unsigned char>(bytes[i]);
+        const int extra = b < 0x80                 ? 0
+                          : b >= 0xC2 && b <= 0xDF ? 1
+                          : (b >> 4) == 0xE        ? 2
+                          : b >= 0xF0 && b <= 0xF4 ? 3
+                                                   : -1;
+        if (extra < 0 || i + static_cast<std::size_t>(extra) >= bytes.size() + (extra == 0)) {
+            return false;
+        }
+        char32_t cp = extra == 0 ? b : (b & (0x3F >> extra));
+        for (int k = 1; k <= extra; ++k) {
+            const auto next = static_cast<unsigned char>(bytes[i + static_cast<std::size_t>(k)]);
+            if ((next & 0xC0) != 0x80) {
+                return false;
+            }
+            cp = (cp << 6) | (next & 0x3F);
+        }
+        const char32_t smallest[] = {0, 0x80, 0x800, 0x10000};
+        if (cp < smallest[extra] || cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) {
+            return false;
+        }
+        i += static_cast<std::size_t>(extra) + 1;
+    }
+    return true;
+}
+
 } // namespace cp1252

@@ -18,6 +18,9 @@ std::string toUpper(std::string_view text);
 // Every byte has a mapping; the five bytes Windows-1252 leaves undefined map to U+FFFD.
 std::string toUtf8(std::string_view text);
 
+// Whether the bytes are well-formed UTF-8 (no overlong forms, surrogates or values past U+10FFFF).
+bool isUtf8(std::string_view bytes);
+
 // Characters Windows-1252 cannot hold become '?', as WideCharToMultiByte's default character.
 std::string fromUtf8(std::string_view utf8);
 

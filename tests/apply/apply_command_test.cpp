@@ -3,6 +3,7 @@
 #include "support/till_readers.h"
 
 #include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <tuple>
@@ -151,17 +152,18 @@ TEST(ApplyCommand, ExitCodesAndTheirMessages) {
 
 TEST(ApplyCommand, ReportsMarkEachWriteAndNeverShowThePassword) {
     ApplyDemoTill demo;
-    // The run keeps an installed password and gives an empty one its default: the answer's
-    // password is reported as not applied, the default is written, and neither is shown.
-    const std::string answers = demo.answers(kNewMerchant + "CorvixPassword=Tulip-Secret\n");
-    const CommandResult withInstalled = demo.apply({"--answers", answers, "--json"});
-    EXPECT_EQ(parsed(withInstalled)["unapplied"].size(), 1u) << withInstalled.out;
-    EXPECT_EQ(parsed(withInstalled)["unapplied"][0]["line"], 6);
-    EXPECT_EQ(addinValue("CorvixPassword"), "k3stRel");
+    // The run keeps an installed password, so an answer giving another is refused before
+    // anything changes; an empty password gets its default; neither is ever shown.
+    const std::string typed = demo.answers(kNewMerchant + "CorvixPassword=Tulip-Secret\n");
+    const CommandResult refused = demo.apply({"--answers", typed, "--json"});
+    EXPECT_EQ(refused.exitCode, 2);
+    EXPECT_EQ(parsed(refused)["problems"][0]["line"], 6) << refused.out;
+    EXPECT_EQ(addinValue("Acquirer") + " " + addinValue("CorvixPassword"), "Barclays k3stRel");
     TRegistry().SaveRegistryValue("SOFTWARE\\Tessaly\\ccaddin\\", "CorvixPassword", "");
+    const std::string answers = demo.answers(kNewMerchant);
     const fs::path logDir = demo.till.root() / "reports";
     const std::vector<CommandResult> outputs{
-        withInstalled, demo.apply({"--answers", answers, "--plan"}),
+        refused, demo.apply({"--answers", answers, "--plan"}),
         demo.apply({"--answers", answers, "--json", "--log-dir", logDir.string()}),
         demo.apply({"--answers", answers}),
         demo.apply({"--export", (demo.till.root() / "export.ini").string()})};
@@ -204,4 +206,58 @@ TEST(ApplyCommand, TmsCallFollowsOnlyAFullyIntegratedRun) {
     for (const json& command : semi["commands"]) {
         EXPECT_EQ(command.get<std::string>().find("open "), std::string::npos);
     }
+}
+
+// Answers that would break the till are refused with their line (0: the whole file), and the
+// till stays exactly as it was.
+TEST(ApplyCommand, AnswersThatWouldBreakTheTillAreRefusedBeforeAnythingChanges) {
+    ApplyDemoTill demo;
+    const std::string before = demo.state();
+    const std::string nul("IdlePrompt1=AB\0CD\n", 18);
+    const std::vector<std::tuple<std::string, int, std::string>> cases = {
+        {"[ccaddin]\nCorvixMerchantId=1\":CreateObject(\"WScript.Shell\").Run \"calc\":x=\"\n", 2,
+         "a double quote would end the text early"},
+        {"[ccaddin]\n" + nul, 2, "a control character (code 0)"},
+        {"[ccaddin]\nIdlePrompt2=AB\rCD\n", 2, "a control character (code 13)"},
+        {"[ccaddin]\nIdlePrompt1=" + std::string(33, 'W') + "\n", 2, "at most 32"},
+        {"[ccaddin]\nWindowsPrinterName=" + std::string(256, 'P') + "\n", 2, "at most 255"},
+        {"", 0, "there is no [ccaddin] section"},
+        {"[run]\ntms=full\n", 0, "there is no [ccaddin] section"},
+        {"[ccaddin]\n; nothing\n", 0, "[ccaddin] names no setting"},
+        {"[ccaddin]\nDccFormTitle=Rate\n", 2, "is not written by the configuration run"},
+        {"[ccaddin]\nConfigFileLocation=C:\\Elsewhere\\\n", 2, "written with the run's own value"},
+    };
+    for (const auto& [text, line, told] : cases) {
+        const CommandResult refused = demo.apply({"--answers", demo.answers(text), "--json"});
+        EXPECT_EQ(refused.exitCode, 2) << text;
+        const json doc = parsed(refused);
+        ASSERT_FALSE(doc["problems"].empty()) << text;
+        EXPECT_EQ(doc["problems"][0]["line"], line ? json(line) : json(nullptr)) << text;
+        EXPECT_TRUE(has(doc["problems"][0]["message"].get<std::string>(), told)) << refused.out;
+    }
+    // Not a regular file, or one no answer file needs to be.
+    const std::string big = demo.answers("[ccaddin]\n;" + std::string(1024 * 1024, 'x') + "\n");
+    for (const std::string& file : {(demo.till.root()).string(), std::string("/dev/zero"), big}) {
+        const CommandResult refused = demo.apply({"--answers", file});
+        EXPECT_EQ(refused.exitCode, 2) << file;
+        EXPECT_TRUE(has(refused.out, "the answer file is")) << refused.out;
+    }
+    EXPECT_TRUE(demo.state() == before) << "a refused answer file changed the till";
+
+    // The installed profile gone from connectioninfo.ini: the run would blank the addresses.
+    const fs::path profiles = demo.programFolder() / "connectioninfo.ini";
+    std::string withoutInstalled = readBytes(profiles);
+    withoutInstalled.replace(withoutInstalled.find("Barclays Live"), 13, "Barclays Gone");
+    std::ofstream(profiles, std::ios::binary | std::ios::trunc) << withoutInstalled;
+    const CommandResult gone =
+        demo.apply({"--answers", demo.answers("[ccaddin]\nCashbackEnabled=1\n")});
+    EXPECT_EQ(gone.exitCode, 2);
+    EXPECT_TRUE(has(gone.out, "TessalyID=Barclays Live: not one of the live connection profiles"))
+        << gone.out;
+    EXPECT_EQ(addinValue("CashbackEnabled"), "0");
+    // A file name in another code page still gives a JSON report.
+    const fs::path odd = demo.till.root() / "caf\xE9.ini";
+    fs::copy_file(demo.answers("[ccaddin]\nAcquirer=\n"), odd);
+    const json named = parsed(demo.apply({"--answers", odd.string(), "--json"}));
+    EXPECT_TRUE(has(named["answers"].get<std::string>(), "caf\xC3\xA9.ini"));
 }
