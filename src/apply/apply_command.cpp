@@ -158,6 +158,28 @@ void keepReport(const std::string& logDir, const std::string& text, std::ostream
     }
 }
 
+// Held for the whole command, plan included: a plan copies the till, which must not be half
+// way through another run's writes.
+struct RunLock {
+    std::string problem; // empty while the lock is held
+    RunLock() {
+        try {
+            if (!platform::takeRunLock()) {
+                problem = std::string(kAnotherRun);
+            }
+        } catch (const std::exception& e) {
+            problem = e.what();
+        }
+    }
+    ~RunLock() {
+        if (problem.empty()) {
+            platform::releaseRunLock();
+        }
+    }
+    RunLock(const RunLock&) = delete;
+    RunLock& operator=(const RunLock&) = delete;
+};
+
 class Command {
 public:
     Command(const Options& options, const std::string& programFolder, std::ostream& out,
@@ -169,6 +191,11 @@ public:
 
     int run() {
         if (!(report_.fault = tillFault(folder_)).empty()) {
+            return finish(ApplyExit::TillUnreadable);
+        }
+        const RunLock lock;
+        if (!lock.problem.empty()) {
+            report_.fault = lock.problem;
             return finish(ApplyExit::TillUnreadable);
         }
         std::string problem;

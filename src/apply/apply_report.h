@@ -21,6 +21,9 @@ struct ApplyReport {
     std::optional<RunOutcome> outcome;   // present once the run (or plan) was made
 };
 
+// Why a run could not start while another one holds the till.
+inline constexpr std::string_view kAnotherRun = "another configuration run is in progress";
+
 // The failure line the wizard puts under a failed run's message.
 inline constexpr std::string_view kRunFailedLine = "Configuration and installation failed.";
 

@@ -11,6 +11,7 @@
 #include "foundation/registry.h"
 #include "foundation/tessaly_config.h"
 #include "installer/install_qm_manager.h"
+#include "platform/platform.h"
 #include "settings/ccaddin_registry.h"
 #include "settings/connection_info.h"
 #include "settings/setting_fields.h"
@@ -19,6 +20,8 @@
 
 #include <array>
 #include <chrono>
+#include <filesystem>
+#include <fstream>
 #include <initializer_list>
 #include <string_view>
 
@@ -71,6 +74,39 @@ bool deviceSettingsChanged(const TCcAddinRegistry& installed, const TCcAddinRegi
            installed.bExternalSwipe != settings.bExternalSwipe;
 }
 
+// A run that dies while the device manager is stopped leaves this file in the program folder;
+// the next run starts the service before anything else.
+constexpr std::string_view kStoppedMark = "QuenmarStopped.mark";
+
+std::filesystem::path stoppedMark(const std::string& folder) {
+    return platform::hostPath(TessalyConfig::AddBackslash(folder) + std::string(kStoppedMark));
+}
+
+void setStoppedMark(const std::string& folder, bool stopped) {
+    std::error_code ignored;
+    if (stopped) {
+        std::ofstream(stoppedMark(folder)) << "The device manager was stopped by a configuration "
+                                              "run; the next run starts it.\r\n";
+    } else {
+        std::filesystem::remove(stoppedMark(folder), ignored);
+    }
+}
+
+void restartIfLeftStopped(const std::string& folder, Logging& log) {
+    std::error_code ignored;
+    if (!std::filesystem::exists(stoppedMark(folder), ignored)) {
+        return;
+    }
+    log.Logit("An earlier run ended with Quenmar stopped: starting it first");
+    TInstallQmManager installer;
+    installer.olog = &log;
+    bool failed = false;
+    installer.StartQuenmar(failed);
+    if (!failed) {
+        setStoppedMark(folder, false);
+    }
+}
+
 const char* trueFalse(bool value) {
     return value ? "True" : "False";
 }
@@ -100,6 +136,7 @@ std::int32_t TcOnfigureTessaly::Configure(TCcAddinRegistry& oInstalledSettings,
         log.strLogFile = "TessalyConfig.log";
         log.bLoggingEnabled = true;
         log.Logit("Starting Tessaly Configuration");
+        restartIfLeftStopped(strInstallPath, log);
         bool bFailed = false;
         lTotalJobsToDo = 8;
         lJobsDone = 2;
@@ -152,10 +189,18 @@ void TcOnfigureTessaly::ConfigureQuenmarDb(TCcAddinRegistry& settings, Logging& 
         // The installer's own flags are not looked at: it has logged what went wrong, and a
         // service that did not stop still gets its new settings at the next start.
         bool ignored = false;
-        installer.StopQuenmar(ignored);
-        pauseWithEvents(std::chrono::seconds(10));
-        installer.ConfigDatabase(settings, ignored);
-        installer.StartQuenmar(ignored);
+        {
+            // From the stop to the start the run may not be ended: the till would be left
+            // without its device manager.
+            const platform::HeldTermination held;
+            setStoppedMark(log.strLogPath, true);
+            installer.StopQuenmar(ignored);
+            pauseWithEvents(std::chrono::seconds(10));
+            installer.ConfigDatabase(settings, ignored);
+            bool notStarted = false;
+            installer.StartQuenmar(notStarted);
+            setStoppedMark(log.strLogPath, notStarted);
+        }
         log.Logit("Finsihed configuring Quenmar database");
         return false;
     });

@@ -76,6 +76,28 @@ long regCloseKey(RegKey key);
 void beginRegistryReads();
 void endRegistryReads();
 
+// ---- One configuration run at a time, never cut short with the device manager down ------------
+
+// Takes this till's run lock without waiting: false when another process holds it. The lock
+// belongs to the operating system, which lets go of it when the process ends, however it ends.
+// Throws a described std::runtime_error when the lock cannot be made at all.
+bool takeRunLock();
+void releaseRunLock();
+
+// Requests to end the program that arrive between the two calls (SIGTERM, SIGINT and SIGHUP;
+// a console's Ctrl+C, Ctrl+Break or close) are held, and acted on by the second call: a run told
+// to end while the device manager is stopped ends only once it has been started again.
+void holdTerminationRequests();
+void releaseTerminationRequests();
+
+class HeldTermination {
+public:
+    HeldTermination() { holdTerminationRequests(); }
+    ~HeldTermination() { releaseTerminationRequests(); }
+    HeldTermination(const HeldTermination&) = delete;
+    HeldTermination& operator=(const HeldTermination&) = delete;
+};
+
 // ---- Profile strings (INI files) --------------------------------------------------------------
 
 // GetPrivateProfileStringA. A null section lists the section names, a null key the key names

@@ -4,6 +4,8 @@
 #include "configure/merchant_choices.h"
 #include "foundation/error_trap.h"
 #include "parvane_version.h"
+#include "platform/platform.h"
+#include "platform/platform.h"
 #include "settings/ccaddin_registry.h"
 #include "tms/tms_call.h"
 #include "wizard/control_rules.h"
@@ -244,6 +246,9 @@ void frmTessalyConfig::cmdfInish_Click() {
     if (running_) {
         return;
     }
+    if (!TakeRunLock()) {
+        return;
+    }
     quietly([this] {
         ShowPage(6);
         c_.cmdClose->SetEnabled(false);
@@ -260,6 +265,22 @@ void frmTessalyConfig::cmdfInish_Click() {
     c_.cmdClose->SetEnabled(true);
     ShowPage(0);
     host_.SetMousePointer(MousePointer::Default);
+    platform::releaseRunLock();
+}
+
+// Another wizard or parvane-apply configuring this till keeps this one on its page.
+bool frmTessalyConfig::TakeRunLock() {
+    std::string problem = "Another configuration run is in progress on this till. Try again "
+                          "when it has finished.";
+    try {
+        if (platform::takeRunLock()) {
+            return true;
+        }
+    } catch (const std::exception& e) {
+        problem = e.what();
+    }
+    host_.MsgBox(problem, MessageIcon::Exclamation, kCaption);
+    return false;
 }
 
 void frmTessalyConfig::RunConfiguration() {

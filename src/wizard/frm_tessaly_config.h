@@ -59,6 +59,7 @@ private:
     void cboSemiIntegratedMode_Click();
     void cboEposType_Click();
     void cmdfInish_Click();
+    bool TakeRunLock();
     void RunConfiguration();
     void OfferTmsCall();
     void tmrStatus_Timer();

@@ -1,5 +1,7 @@
 #include "apply_demo_till.h"
 #include "foundation/registry.h"
+#include "platform/platform.h"
+#include "support/child_process.h"
 #include "support/till_readers.h"
 
 #include <filesystem>
@@ -7,6 +9,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <tuple>
+#include <unistd.h>
 
 namespace fs = std::filesystem;
 using nlohmann::json;
@@ -260,4 +263,31 @@ TEST(ApplyCommand, AnswersThatWouldBreakTheTillAreRefusedBeforeAnythingChanges) 
     fs::copy_file(demo.answers("[ccaddin]\nAcquirer=\n"), odd);
     const json named = parsed(demo.apply({"--answers", odd.string(), "--json"}));
     EXPECT_TRUE(has(named["answers"].get<std::string>(), "caf\xC3\xA9.ini"));
+}
+
+// One run at a time per till; the lock goes with the process that held it, however it ended.
+TEST(ApplyCommand, ASecondRunIsRefusedWhileAnotherHoldsTheTill) {
+    ApplyDemoTill demo;
+    const std::string answers = demo.answers(kNewMerchant);
+    const std::string before = demo.state();
+    ChildProcess other([] {
+        if (!platform::takeRunLock()) {
+            return 1;
+        }
+        ChildProcess::ready();
+        ::pause();
+        return 0;
+    });
+    ASSERT_TRUE(other.waitReady());
+    for (const bool plan : {false, true}) {
+        const CommandResult refused =
+            demo.apply(plan ? std::vector<std::string>{"--answers", answers, "--plan"}
+                            : std::vector<std::string>{"--answers", answers});
+        EXPECT_EQ(refused.exitCode, 3);
+        EXPECT_TRUE(has(refused.out + refused.err, "another configuration run is in progress"))
+            << refused.out << refused.err;
+    }
+    EXPECT_TRUE(demo.state() == before);
+    other.kill();
+    EXPECT_EQ(demo.apply({"--answers", answers}).exitCode, 0);
 }

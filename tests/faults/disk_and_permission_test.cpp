@@ -1,10 +1,10 @@
 // A full disk, a read-only payment-client file and a read-only folder: the write or the run
 // fails, says so, and the file it could not write is byte for byte what it was.
-#include "child_process.h"
 #include "configure/configure_tessaly.h"
 #include "fault_till.h"
 #include "foundation/ini_file.h"
 #include "settings/ccaddin_registry.h"
+#include "support/child_process.h"
 #include "support/fake_clock.h"
 #include "support/temp_till.h"
 

@@ -1,12 +1,12 @@
 // Processes killed with SIGKILL at random moments of INI writes, registry writes and whole
 // configuration runs: afterwards every file is the old one or the new one and the registry opens
 // and holds the old or the new value of each setting.
-#include "child_process.h"
 #include "configure/configure_tessaly.h"
 #include "fault_till.h"
 #include "foundation/ini_file.h"
 #include "foundation/registry.h"
 #include "settings/ccaddin_registry.h"
+#include "support/child_process.h"
 #include "support/fake_clock.h"
 #include "support/temp_till.h"
 

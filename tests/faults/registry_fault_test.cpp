@@ -1,8 +1,8 @@
 // A registry database locked by another process, or damaged: every access fails with a
 // description, nothing crashes, and the file is never replaced by a new, empty store.
-#include "child_process.h"
 #include "foundation/registry.h"
 #include "settings/ccaddin_registry.h"
+#include "support/child_process.h"
 #include "support/temp_till.h"
 
 #include <fstream>

@@ -1,9 +1,9 @@
 // External tools that hang or fail. The run waits for a tool with no time-out, as the till's
 // installer always has, and lets no window events run meanwhile, so the window stays exactly as
 // it was until the tool ends; a tool that ends with an error code does not stop anything.
-#include "child_process.h"
 #include "foundation/event_pump.h"
 #include "foundation/wait_process.h"
+#include "support/child_process.h"
 #include "support/temp_till.h"
 
 #include <chrono>

@@ -1,4 +1,6 @@
+#include "platform/platform.h"
 #include "settings/ccaddin_registry.h"
+#include "support/child_process.h"
 #include "support/scoped_environment.h"
 #include "support/standin_tools.h"
 #include "wizard/frm_tms.h"
@@ -8,6 +10,9 @@
 #include <filesystem>
 #include <set>
 #include <thread>
+#ifndef _WIN32
+#include <unistd.h>
+#endif
 
 namespace fs = std::filesystem;
 using wizard::MessageIcon;
@@ -148,3 +153,27 @@ TEST(WizardProgress, TheBarMovesOnlyWithJobsCountedAndNotPastItsEnd) {
         EXPECT_EQ(bar.Max(), 100);
     }
 }
+
+#ifndef _WIN32
+// Another wizard or parvane-apply configuring the till keeps Finish on its page, saving nothing.
+TEST_F(FinishTest, FinishWaitsItsTurnWhileAnotherRunHoldsTheTill) {
+    chooseMerchant("Semi Integrated", "");
+    const int page = form_->CurrentPage();
+    ChildProcess other([] {
+        if (!platform::takeRunLock()) {
+            return 1;
+        }
+        ChildProcess::ready();
+        ::pause();
+        return 0;
+    });
+    ASSERT_TRUE(other.waitReady());
+    const FakeHost::Message said = finish();
+    EXPECT_TRUE(said.text.starts_with("Another configuration run is in progress")) << said.text;
+    EXPECT_EQ(form_->CurrentPage(), page);
+    EXPECT_TRUE(finishEnabled());
+    EXPECT_EQ(addinValue("SemiIntegrated"), "<missing>");
+    other.kill();
+    EXPECT_EQ(finish().text, "Configuration and installation successful.");
+}
+#endif

@@ -363,8 +363,14 @@ std::optional<StoredValue> RegistryStore::readValue(KeyId key, std::string_view 
     return StoredValue{static_cast<std::uint32_t>(read.integer(0)), read.bytes(1)};
 }
 
+// Storing what is already stored leaves the file alone: the settings store writes its forced
+// values on every run, and each commit costs the disk two or three flushes.
 void RegistryStore::writeValue(KeyId key, std::string_view name, std::uint32_t type,
                                std::string_view data) {
+    if (const auto stored = readValue(key, name);
+        stored && stored->type == type && stored->data == data) {
+        return;
+    }
     Transaction transaction(*this);
     Statement write(*this, "INSERT INTO reg_values (key, name, folded, type, data) "
                            "VALUES (?1, ?2, ?3, ?4, ?5) ON CONFLICT (key, folded) "

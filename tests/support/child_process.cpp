@@ -1,4 +1,6 @@
-#include "child_process.h"
+// Forking is for the Linux build only.
+#ifndef _WIN32
+#include "support/child_process.h"
 
 #include <csignal>
 #include <cstdlib>
@@ -56,6 +58,12 @@ bool ChildProcess::waitReady() {
     return ::read(readyPipe_, &byte, 1) == 1;
 }
 
+void ChildProcess::signal(int number) {
+    if (!reaped_) {
+        ::kill(pid_, number);
+    }
+}
+
 bool ChildProcess::kill() {
     if (reaped_) {
         return false;
@@ -93,3 +101,4 @@ std::chrono::microseconds randomDelay(std::mt19937& random, std::chrono::microse
     std::uniform_int_distribution<long long> pick(0, std::max<long long>(longest.count() - 1, 0));
     return std::chrono::microseconds(pick(random));
 }
+#endif

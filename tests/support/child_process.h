@@ -23,6 +23,9 @@ public:
     // In the parent: blocks until the child called ready() (false when it ended first).
     bool waitReady();
 
+    // Sends the signal and returns at once.
+    void signal(int number);
+
     // SIGKILL, then reaps the child. Returns true when the child was still running.
     bool kill();
 
