@@ -82,7 +82,17 @@ std::string storedName(const fs::path& folder, const std::string& name) {
     return best;
 }
 
+// A path that exists as written is found with one stat call: every name along it is then its own
+// exact match, which wins.
 fs::path resolveBelow(fs::path base, const std::vector<std::string>& parts) {
+    fs::path exact = base;
+    for (const std::string& part : parts) {
+        exact /= part;
+    }
+    std::error_code error;
+    if (fs::exists(exact, error)) {
+        return exact;
+    }
     bool matching = true;
     for (const std::string& part : parts) {
         std::string name = part;
