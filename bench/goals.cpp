@@ -6,6 +6,7 @@
 //   readregistry_ms                 ReadRegistry of the 89 settings
 //   demorun_ms                      a whole run on the demo till, not an SC5000, flushes included
 // Usage: parvane_goals                      every goal
+//        parvane_goals --demo-run           the demo run alone
 //        parvane_goals --profiles N FILE    writes the connectioninfo.ini of N profiles
 //        parvane_goals --big-run            (the child that makes the 100 MiB run)
 #include "bench_till.h"
@@ -196,6 +197,10 @@ int main(int argc, char** argv) {
         const std::string mode = argc > 1 ? argv[1] : "";
         if (mode == "--big-run") {
             return bigRunChild();
+        }
+        if (mode == "--demo-run") {
+            std::printf("demorun_ms %.2f\n", demoRunMillis());
+            return 0;
         }
         if (mode == "--profiles" && argc == 4) {
             std::ofstream(argv[3], std::ios::binary) << profiles(std::atoi(argv[2]));

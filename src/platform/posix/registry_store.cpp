@@ -147,6 +147,8 @@ public:
         if (sqlite3_get_autocommit(store_.db_) == 0) {
             exec("COMMIT");
         }
+        store_.inSnapshot_ = false;
+        store_.snapshotKeys_.clear();
         exec("BEGIN IMMEDIATE");
     }
     ~Transaction() {
@@ -319,6 +321,24 @@ std::optional<RegistryStore::KeyId> RegistryStore::childKey(KeyId parent, const 
 
 std::optional<RegistryStore::KeyId>
 RegistryStore::findKey(const std::vector<std::string>& components) {
+    std::string folded;
+    if (inSnapshot_) {
+        for (const std::string& name : components) {
+            folded += cp1252::toUpper(name) + '\\';
+        }
+        if (const auto known = snapshotKeys_.find(folded); known != snapshotKeys_.end()) {
+            return known->second;
+        }
+    }
+    const std::optional<KeyId> found = lookUpKey(components);
+    if (inSnapshot_) {
+        snapshotKeys_.emplace(folded, found);
+    }
+    return found;
+}
+
+std::optional<RegistryStore::KeyId>
+RegistryStore::lookUpKey(const std::vector<std::string>& components) {
     ReadTransaction transaction(*this);
     KeyId key = kHive;
     for (const std::string& name : components) {
@@ -383,10 +403,13 @@ void RegistryStore::writeValue(KeyId key, std::string_view name, std::uint32_t t
 void RegistryStore::beginSnapshot() {
     if (sqlite3_get_autocommit(db_) != 0) {
         Statement(*this, "BEGIN DEFERRED").step();
+        inSnapshot_ = true;
     }
 }
 
 void RegistryStore::endSnapshot() {
+    inSnapshot_ = false;
+    snapshotKeys_.clear();
     if (sqlite3_get_autocommit(db_) == 0) {
         Statement(*this, "COMMIT").step();
     }

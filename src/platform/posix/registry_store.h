@@ -64,6 +64,7 @@ public:
     void endSnapshot();
 
 private:
+    std::optional<KeyId> lookUpKey(const std::vector<std::string>& components);
     explicit RegistryStore(const std::filesystem::path& file);
 
     void createTablesIfEmpty();
@@ -81,6 +82,10 @@ private:
     std::string file_;
     sqlite3* db_ = nullptr;
     mutable std::map<const char*, sqlite3_stmt*> statements_;
+    // While a snapshot is open, the keys already looked up (by their folded path): nothing can
+    // add or remove a key meanwhile.
+    bool inSnapshot_ = false;
+    std::map<std::string, std::optional<KeyId>> snapshotKeys_;
 };
 
 // <till root>/registry.db.
