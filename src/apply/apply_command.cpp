@@ -3,6 +3,7 @@
 #include "apply/answer_check.h"
 #include "apply/answer_export.h"
 #include "apply/apply_report.h"
+#include "apply/write_check.h"
 #include "foundation/clock.h"
 #include "parvane_version.h"
 #include "platform/cp1252.h"
@@ -219,6 +220,16 @@ public:
         request.programFolder = folder_;
         request.tms = report_.tms;
         request.plan = true;
+        if (const std::string fault = platform::registryWriteFault(std::string(kCcAddinKeyPath));
+            !fault.empty()) {
+            // The plan works on a copy, which can always be written; the till's registry cannot.
+            RunOutcome refused;
+            refused.plan = options_.plan;
+            refused.result = 1;
+            refused.errorMessage = "the registry cannot be written: " + fault;
+            report_.outcome = refused;
+            return finish(ApplyExit::RunFailed);
+        }
         try {
             // Only the run itself knows what it would leave unapplied and where it would fail, so
             // a plan goes first and the till is changed only when the plan holds no surprise.
@@ -231,6 +242,13 @@ public:
                     return finish(ApplyExit::BadAnswers);
                 }
             }
+            if (!options_.plan && report_.outcome->result != 0) {
+                // What the plan wrote was only its copy's: the report shows none of it.
+                report_.outcome->changes = {};
+                report_.outcome->errorMessage = "the till was not changed: a plan of the run "
+                                                "fails with " +
+                                                report_.outcome->errorMessage;
+            }
             if (!options_.plan && report_.outcome->result == 0) {
                 request.plan = false;
                 if (!options_.json) {
@@ -238,7 +256,17 @@ public:
                         out_ << "... " << status << "\n" << std::flush;
                     };
                 }
+                const TillChanges intended = report_.outcome->changes;
                 report_.outcome = runConfiguration(request);
+                if (report_.outcome->result == 0) {
+                    report_.notHeld = writesNotHeld(intended);
+                }
+                if (!report_.notHeld.empty()) {
+                    report_.outcome->result = 1;
+                    report_.outcome->errorMessage =
+                        std::to_string(report_.notHeld.size()) +
+                        " of the run's writes did not hold when read back";
+                }
             }
         } catch (const std::exception& e) {
             report_.fault = e.what();

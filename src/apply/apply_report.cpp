@@ -140,6 +140,12 @@ std::string reportText(const ApplyReport& report) {
         }
         textOutcome(out, report);
     }
+    if (!report.notHeld.empty()) {
+        out << "Read back after the run, these writes did not hold:\n";
+        for (const std::string& write : report.notHeld) {
+            out << "  " << utf8(write) << "\n";
+        }
+    }
     return out.str();
 }
 
@@ -162,6 +168,10 @@ std::string reportJson(const ApplyReport& report) {
         doc["problems"].push_back(
             {{"line", problem.line > 0 ? ordered_json(problem.line) : ordered_json(nullptr)},
              {"message", utf8(problem.message)}});
+    }
+    doc["notHeld"] = ordered_json::array();
+    for (const std::string& write : report.notHeld) {
+        doc["notHeld"].push_back(utf8(write));
     }
     doc["progress"] = ordered_json::array();
     doc["registry"] = ordered_json::array();

@@ -18,6 +18,7 @@ struct ApplyReport {
     TmsChoice tms = TmsChoice::None;
     std::vector<AnswerProblem> problems; // why the answers were refused
     std::string fault;                   // why the till could not be read
+    std::vector<std::string> notHeld;    // writes the till does not hold after the run
     std::optional<RunOutcome> outcome;   // present once the run (or plan) was made
 };
 

@@ -69,6 +69,10 @@ long regSetValue(RegKey key, const std::string& valueName, std::uint32_t type,
 // RegCloseKey.
 long regCloseKey(RegKey key);
 
+// Why values under the key could not be written now (a read-only or locked registry, a key
+// without write access), or "" when they can or the key does not exist. Nothing is written.
+std::string registryWriteFault(const std::string& subKey);
+
 // Reads between the two calls (they nest) see the registry as one snapshot and share one lock:
 // reading the 89 settings takes it once instead of hundreds of times. A write in between ends the
 // snapshot early; the reads after it see the registry as it then is. Windows keeps its registry

@@ -8,6 +8,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <sqlite3.h>
 #include <tuple>
 #include <unistd.h>
 
@@ -290,4 +291,43 @@ TEST(ApplyCommand, ASecondRunIsRefusedWhileAnotherHoldsTheTill) {
     EXPECT_TRUE(demo.state() == before);
     other.kill();
     EXPECT_EQ(demo.apply({"--answers", answers}).exitCode, 0);
+}
+
+// A registry another program keeps locked for writing (readers may still read it) is seen before
+// anything changes, by a plan too.
+TEST(ApplyCommand, ARunThatWouldFailIsSeenBeforeAnythingChanges) {
+    ApplyDemoTill demo;
+    const std::string answers = demo.answers(kNewMerchant);
+    const std::string before = demo.state();
+    const fs::path registry = demo.till.root() / "registry.db";
+    ChildProcess holder([&registry] {
+        sqlite3* db = nullptr;
+        if (sqlite3_open(registry.c_str(), &db) != SQLITE_OK ||
+            sqlite3_exec(db, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) != SQLITE_OK) {
+            return 1;
+        }
+        ChildProcess::ready();
+        ::pause();
+        return 0;
+    });
+    ASSERT_TRUE(holder.waitReady());
+    for (const char* mode : {"--plan", "--json"}) {
+        const CommandResult refused = demo.apply({"--answers", answers, mode});
+        EXPECT_EQ(refused.exitCode, 1) << mode;
+        EXPECT_TRUE(has(refused.out + refused.err, "the registry cannot be written"))
+            << refused.out;
+        EXPECT_FALSE(has(refused.out, "Registry values written")) << refused.out;
+    }
+    holder.kill();
+    EXPECT_TRUE(demo.state() == before);
+
+    // A target the run could not write: the plan that goes first fails, and so nothing changes.
+    const fs::path client = demo.programFolder() / "cxclientconfig.ini";
+    fs::remove(client);
+    fs::create_directory(client);
+    const std::string withFolder = demo.state();
+    const CommandResult failed = demo.apply({"--answers", answers});
+    EXPECT_EQ(failed.exitCode, 1);
+    EXPECT_TRUE(has(failed.err, "the till was not changed: a plan of the run fails")) << failed.err;
+    EXPECT_TRUE(demo.state() == withFolder);
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <system_error>
@@ -58,6 +60,24 @@ private:
 
 fs::path folderOf(const fs::path& file) {
     return file.has_parent_path() ? file.parent_path() : fs::path(".");
+}
+
+// A writer killed between writing its temporary file and renaming it leaves the temporary
+// behind; the next write of the file removes those whose writer is gone.
+void removeStaleTemporaries(const fs::path& file) {
+    const std::string prefix = "." + file.filename().string() + ".new-";
+    std::error_code error;
+    for (fs::directory_iterator it(folderOf(file), error), end; !error && it != end;
+         it.increment(error)) {
+        const std::string name = it->path().filename().string();
+        if (!name.starts_with(prefix)) {
+            continue;
+        }
+        const pid_t writer = static_cast<pid_t>(std::atol(name.c_str() + prefix.size()));
+        if (writer > 0 && ::kill(writer, 0) != 0 && errno == ESRCH) {
+            ::unlink(it->path().c_str());
+        }
+    }
 }
 
 // A name no one else uses: the process id and a counter, with O_EXCL as the final word.
@@ -166,7 +186,8 @@ std::optional<std::string> readFileBytes(const fs::path& file) {
     return bytes;
 }
 
-void replaceFile(const fs::path& target, std::string_view bytes) {
+void replaceFile(const fs::path& target, std::string_view bytes,
+                 std::optional<unsigned> permissions) {
     const fs::path file = withLinksResolved(target);
     struct stat original {};
     const bool exists = ::stat(file.c_str(), &original) == 0;
@@ -176,6 +197,7 @@ void replaceFile(const fs::path& target, std::string_view bytes) {
     if (exists && !S_ISREG(original.st_mode)) {
         fail("cannot replace", file, S_ISDIR(original.st_mode) ? EISDIR : EINVAL);
     }
+    removeStaleTemporaries(file);
     fs::path temporaryPath;
     Descriptor fd(createTemporary(file, temporaryPath));
     if (fd.get() < 0) {
@@ -184,6 +206,9 @@ void replaceFile(const fs::path& target, std::string_view bytes) {
     TemporaryFile temporary(temporaryPath);
     if (exists) {
         takeOverAttributes(fd.get(), original, temporary.path());
+    }
+    if (permissions && ::fchmod(fd.get(), *permissions & 07777) != 0) {
+        fail("cannot set the permissions of", temporary.path());
     }
     writeAll(fd.get(), bytes, temporary.path());
     if (::fsync(fd.get()) != 0) {

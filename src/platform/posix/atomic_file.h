@@ -17,7 +17,8 @@ std::optional<std::string> readFileBytes(const std::filesystem::path& file);
 // original; so a crash or a full disk leaves the old file or the new one, never a mix. A new
 // file gets the usual permissions (0666 less the umask). Throws std::system_error after removing
 // the temporary file; the original is then untouched. A symbolic link is kept and its target
-// replaced.
-void replaceFile(const std::filesystem::path& file, std::string_view bytes);
+// replaced. With `permissions` the new file gets those bits instead (a copy keeps its source's).
+void replaceFile(const std::filesystem::path& file, std::string_view bytes,
+                 std::optional<unsigned> permissions = std::nullopt);
 
 } // namespace platform::posix

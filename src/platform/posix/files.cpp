@@ -126,11 +126,18 @@ bool setFileAttributes(const std::string& windowsPath, std::uint32_t attributes)
 }
 
 void copyFileOver(const std::string& windowsSource, const std::string& windowsTarget) {
-    const std::optional<std::string> bytes = posix::readFileBytes(hostPath(windowsSource));
+    const std::string source = hostPath(windowsSource);
+    const std::optional<std::string> bytes = posix::readFileBytes(source);
     if (!bytes) {
         throw std::runtime_error("File not found");
     }
-    posix::replaceFile(hostPath(windowsTarget), *bytes);
+    // As CopyFile does, the copy takes its source's attributes: a key file kept private stays so.
+    struct stat info {};
+    std::optional<unsigned> permissions;
+    if (::stat(source.c_str(), &info) == 0) {
+        permissions = info.st_mode & 07777;
+    }
+    posix::replaceFile(hostPath(windowsTarget), *bytes, permissions);
 }
 
 void replaceFileContents(const std::string& windowsFile, std::string_view bytes) {

@@ -273,4 +273,19 @@ void endRegistryReads() {
     connections().endSnapshot();
 }
 
+std::string registryWriteFault(const std::string& subKey) {
+    try {
+        RegKey key = 0;
+        if (regOpenKey(subKey, key) != kErrorSuccess) {
+            return ""; // nothing is ever written under a key that does not exist
+        }
+        const std::shared_ptr<OpenKey> open = handles().find(key);
+        regCloseKey(key);
+        open->store->checkWritable();
+        return "";
+    } catch (const std::exception& e) {
+        return e.what();
+    }
+}
+
 } // namespace platform

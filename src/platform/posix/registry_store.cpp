@@ -209,12 +209,22 @@ fs::path registryFile() {
     return tillRoot() / "registry.db";
 }
 
+// The store holds the TMS password, as HKEY_LOCAL_MACHINE does, which only administrators
+// can read: a file others could read (copied in, or made before this rule) is made private.
+static void keepPrivate(const fs::path& file) {
+    struct stat info {};
+    if (::stat(file.c_str(), &info) == 0 && (info.st_mode & 077) != 0) {
+        ::chmod(file.c_str(), info.st_mode & 0700);
+    }
+}
+
 std::unique_ptr<RegistryStore> RegistryStore::open(const fs::path& file, Mode mode) {
     if (mode == Mode::createMissing) {
         createPrivateFile(file);
     } else if (noRegistryYet(file)) {
         return nullptr;
     }
+    keepPrivate(file);
     std::unique_ptr<RegistryStore> store(new RegistryStore(file));
     if (mode == Mode::createMissing) {
         store->createTablesIfEmpty();
@@ -413,6 +423,12 @@ void RegistryStore::endSnapshot() {
     if (sqlite3_get_autocommit(db_) == 0) {
         Statement(*this, "COMMIT").step();
     }
+}
+
+void RegistryStore::checkWritable() {
+    Transaction transaction(*this); // rolled back when it ends
+    // A read-only file lets BEGIN pass and refuses the first change.
+    Statement(*this, "UPDATE reg_keys SET name = name WHERE id = -1").step();
 }
 
 } // namespace platform::posix

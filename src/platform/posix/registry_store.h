@@ -59,6 +59,9 @@ public:
     // Stores the value in one transaction; an existing value keeps its name's case.
     void writeValue(KeyId key, std::string_view name, std::uint32_t type, std::string_view data);
 
+    // Takes the write lock and gives it back at once; throws what a write would meet.
+    void checkWritable();
+
     // One read transaction over the reads that follow, until endSnapshot() or a write.
     void beginSnapshot();
     void endSnapshot();

@@ -48,9 +48,13 @@ void copyFolderFiles(const fs::path& realRoot, const fs::path& scratchRoot,
     if (!fs::is_directory(host)) {
         return;
     }
+    // A folder in the folder is made too, empty, so that a write the run would aim at it fails
+    // in the plan as it would on the till. Permission bits come along with the files.
     for (const auto& entry : fs::directory_iterator(host)) {
         if (entry.is_regular_file()) {
             fs::copy_file(entry.path(), target / entry.path().filename());
+        } else if (entry.is_directory()) {
+            fs::create_directory(target / entry.path().filename());
         }
     }
 }

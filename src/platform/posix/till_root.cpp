@@ -21,7 +21,15 @@ fs::path executablePath() {
 
 fs::path tillRoot() {
     if (const char* root = std::getenv("PARVANE_ROOT"); root != nullptr && *root != '\0') {
-        return fs::path(root);
+        // A relative root is made absolute once, for this process and the tools it starts: it
+        // would name another folder after a change of the working folder.
+        const fs::path given(root);
+        if (given.is_relative()) {
+            const fs::path absolute = fs::absolute(given);
+            ::setenv("PARVANE_ROOT", absolute.c_str(), 1);
+            return absolute;
+        }
+        return given;
     }
     const fs::path program = executablePath().parent_path();
     for (fs::path folder = program; folder.has_relative_path(); folder = folder.parent_path()) {

@@ -66,4 +66,19 @@ void beginRegistryReads() {}
 
 void endRegistryReads() {}
 
+std::string registryWriteFault(const std::string& subKey) {
+    HKEY handle = nullptr;
+    const LONG status = RegOpenKeyExA(HKEY_LOCAL_MACHINE, subKey.c_str(), 0,
+                                      KEY_SET_VALUE | KEY_WOW64_32KEY, &handle);
+    if (status == ERROR_FILE_NOT_FOUND) {
+        return ""; // nothing is ever written under a key that does not exist
+    }
+    if (status != ERROR_SUCCESS) {
+        return "the registry key " + subKey + " cannot be written (error " +
+               std::to_string(status) + ")";
+    }
+    RegCloseKey(handle);
+    return "";
+}
+
 } // namespace platform
