@@ -5,7 +5,6 @@
 #include "foundation/error_trap.h"
 #include "parvane_version.h"
 #include "platform/platform.h"
-#include "platform/platform.h"
 #include "settings/ccaddin_registry.h"
 #include "tms/tms_call.h"
 #include "wizard/control_rules.h"
@@ -62,6 +61,19 @@ template <typename Page> void endWithFinishRule(Page& page, const std::function<
     });
 }
 
+// The texts the run carries into the TMS script's string literals, onto the device manager's
+// command line and the device's display take no double quote and no control character: the box
+// drops them as they are typed or pasted, as parvane-apply refuses them in an answer file.
+void keepPlainText(TextBox& box) {
+    std::string text = box.Text();
+    std::erase_if(text, [](char c) {
+        return c == '"' || static_cast<unsigned char>(c) < 0x20 || c == '\x7F';
+    });
+    if (text != box.Text()) {
+        box.SetText(text);
+    }
+}
+
 } // namespace
 
 frmTessalyConfig::frmTessalyConfig(WizardControls& controls, Host& host, std::string programFolder)
@@ -92,8 +104,15 @@ void frmTessalyConfig::Wire() {
          {m.cboAcquirer, m.cboCurrency, m.cboFuel, m.cboTessalyId, m.cboDevice, m.cboReceiptInfo}) {
         box->Click = finishRule;
     }
-    m.txtCxMerchant->Change = finishRule;
-    m.txtCxClient->Change = finishRule;
+    for (TextBox* box : {m.txtCxMerchant, m.txtCxClient}) {
+        box->Change = [box, finishRule] {
+            keepPlainText(*box);
+            finishRule();
+        };
+    }
+    for (TextBox* box : {c_.chipPin.txtIdlePrompt1, c_.chipPin.txtIdlePrompt2}) {
+        box->Change = [box] { keepPlainText(*box); };
+    }
     endWithFinishRule(c_.general, finishRule);
     endWithFinishRule(c_.receipt, finishRule);
     endWithFinishRule(c_.chipPin, finishRule);

@@ -78,3 +78,13 @@ TEST_F(WizardTest, StoredMerchantSettingsAreShownAsLoaded) {
     // Each value is shown as the choice that saves it back, mode 3 included.
     expectSaved(planted);
 }
+
+TEST_F(WizardTest, TextsBoundForTheTmsScriptOrTheDeviceDropQuotesAndControlCharacters) {
+    open();
+    text("txtCxMerchant").type("1\":Run \"calc\"\r\n");
+    text("txtIdlePrompt1").type(std::string("HEL\0LO\"", 7));
+    EXPECT_EQ(text("txtCxMerchant").Text(), "1:Run calc");
+    EXPECT_EQ(text("txtIdlePrompt1").Text(), "HELLO");
+    text("txtCxClient").type("caf\xE9 & co");
+    EXPECT_EQ(text("txtCxClient").Text(), "caf\xE9 & co");
+}
