@@ -8,6 +8,7 @@
 #include "parvane_version.h"
 #include "platform/cp1252.h"
 #include "platform/platform.h"
+#include "platform/scratch_till.h"
 
 #include <filesystem>
 #include <fstream>
@@ -219,7 +220,6 @@ public:
         }
         request.programFolder = folder_;
         request.tms = report_.tms;
-        request.plan = true;
         if (const std::string fault = platform::registryWriteFault(std::string(kCcAddinKeyPath));
             !fault.empty()) {
             // The plan works on a copy, which can always be written; the till's registry cannot.
@@ -231,51 +231,84 @@ public:
             return finish(ApplyExit::RunFailed);
         }
         try {
-            // Only the run itself knows what it would leave unapplied and where it would fail, so
-            // a plan goes first and the till is changed only when the plan holds no surprise.
-            report_.outcome = runConfiguration(request);
-            if (report_.outcome->result == 0) {
-                report_.problems =
-                    unappliedAnswers(answers, request.installed, report_.outcome->changes);
-                if (!report_.problems.empty()) {
-                    report_.outcome.reset();
-                    return finish(ApplyExit::BadAnswers);
-                }
-            }
-            if (!options_.plan && report_.outcome->result != 0) {
-                // What the plan wrote was only its copy's: the report shows none of it.
-                report_.outcome->changes = {};
-                report_.outcome->errorMessage = "the till was not changed: a plan of the run "
-                                                "fails with " +
-                                                report_.outcome->errorMessage;
-            }
-            if (!options_.plan && report_.outcome->result == 0) {
-                request.plan = false;
-                if (!options_.json) {
-                    request.onStatus = [this](const std::string& status) {
-                        out_ << "... " << status << "\n" << std::flush;
-                    };
-                }
-                const TillChanges intended = report_.outcome->changes;
-                report_.outcome = runConfiguration(request);
-                if (report_.outcome->result == 0) {
-                    report_.notHeld = writesNotHeld(intended);
-                }
-                if (!report_.notHeld.empty()) {
-                    report_.outcome->result = 1;
-                    report_.outcome->errorMessage =
-                        std::to_string(report_.notHeld.size()) +
-                        " of the run's writes did not hold when read back";
-                }
+            if (!options_.plan && !platform::ScratchTill::available()) {
+                runWithoutPlan(answers, request);
+            } else if (!planThenRun(answers, request)) {
+                return finish(ApplyExit::BadAnswers);
             }
         } catch (const std::exception& e) {
             report_.fault = e.what();
             return finish(ApplyExit::TillUnreadable);
         }
+        if (!report_.notHeld.empty()) {
+            report_.outcome->result = 1;
+            report_.outcome->errorMessage = std::to_string(report_.notHeld.size()) +
+                                            " of the run's writes did not hold when read back";
+        }
         return finish(report_.outcome->result == 0 ? ApplyExit::Success : ApplyExit::RunFailed);
     }
 
 private:
+    void showProgress(RunRequest& request) {
+        if (!options_.json) {
+            request.onStatus = [this](const std::string& status) {
+                out_ << "... " << status << "\n" << std::flush;
+            };
+        }
+    }
+
+    // Only the run itself knows what it would leave unapplied and where it would fail, so a plan
+    // goes first and the till is changed only when the plan holds no surprise. False when the
+    // plan shows answers the run would not apply (they are the report's problems).
+    bool planThenRun(const Answers& answers, RunRequest request) {
+        request.plan = true;
+        report_.outcome = runConfiguration(request);
+        if (report_.outcome->result == 0) {
+            report_.problems =
+                unappliedAnswers(answers, request.installed, report_.outcome->changes);
+            if (!report_.problems.empty()) {
+                report_.outcome.reset();
+                return false;
+            }
+        }
+        if (options_.plan) {
+            return true;
+        }
+        if (report_.outcome->result != 0) {
+            // What the plan wrote was only its copy's: the report shows none of it.
+            report_.outcome->changes = {};
+            report_.outcome->errorMessage =
+                "the till was not changed: a plan of the run fails with " +
+                report_.outcome->errorMessage;
+            return true;
+        }
+        const TillChanges intended = report_.outcome->changes;
+        request.plan = false;
+        showProgress(request);
+        report_.outcome = runConfiguration(request);
+        if (report_.outcome->result == 0) {
+            report_.notHeld = writesNotHeld(intended);
+        }
+        return true;
+    }
+
+    // Where no plan can be made (Windows, whose registry cannot be copied aside) the run goes
+    // ahead; what it did not apply or did not hold is named after it.
+    void runWithoutPlan(const Answers& answers, RunRequest request) {
+        request.plan = false;
+        showProgress(request);
+        report_.outcome = runConfiguration(request);
+        if (report_.outcome->result != 0) {
+            return;
+        }
+        report_.notHeld = writesNotHeld(report_.outcome->changes);
+        for (const AnswerProblem& answer :
+             unappliedAnswers(answers, request.installed, report_.outcome->changes)) {
+            report_.notHeld.push_back(report_.answersFile + ":" + std::to_string(answer.line) +
+                                      ": " + answer.message);
+        }
+    }
+
     int finish(ApplyExit exit) {
         report_.exit = exit;
         const std::string text = reportText(report_);

@@ -16,6 +16,9 @@ public:
     // paths. Throws a described std::runtime_error when a folder lies outside the till, where
     // the copy could not stand in for it.
     explicit ScratchTill(const std::vector<std::string>& windowsFolders);
+
+    // Whether this build can make one: not on Windows, whose registry is the machine's own.
+    static bool available();
     ~ScratchTill();
     ScratchTill(const ScratchTill&) = delete;
     ScratchTill& operator=(const ScratchTill&) = delete;

@@ -12,4 +12,8 @@ ScratchTill::ScratchTill(const std::vector<std::string>&) {
 
 ScratchTill::~ScratchTill() = default;
 
+bool ScratchTill::available() {
+    return false;
+}
+
 } // namespace platform
