@@ -271,14 +271,7 @@ TEST(ApplyCommand, ASecondRunIsRefusedWhileAnotherHoldsTheTill) {
     ApplyDemoTill demo;
     const std::string answers = demo.answers(kNewMerchant);
     const std::string before = demo.state();
-    ChildProcess other([] {
-        if (!platform::takeRunLock()) {
-            return 1;
-        }
-        ChildProcess::ready();
-        ::pause();
-        return 0;
-    });
+    ChildProcess other = anotherRunHoldingTheTill();
     ASSERT_TRUE(other.waitReady());
     for (const bool plan : {false, true}) {
         const CommandResult refused =

@@ -2,6 +2,8 @@
 #ifndef _WIN32
 #include "support/child_process.h"
 
+#include "platform/platform.h"
+
 #include <csignal>
 #include <cstdlib>
 #include <stdexcept>
@@ -100,5 +102,15 @@ bool ChildProcess::running() {
 std::chrono::microseconds randomDelay(std::mt19937& random, std::chrono::microseconds longest) {
     std::uniform_int_distribution<long long> pick(0, std::max<long long>(longest.count() - 1, 0));
     return std::chrono::microseconds(pick(random));
+}
+ChildProcess anotherRunHoldingTheTill() {
+    return ChildProcess([] {
+        if (!platform::takeRunLock()) {
+            return 1;
+        }
+        ChildProcess::ready();
+        ::pause();
+        return 0;
+    });
 }
 #endif

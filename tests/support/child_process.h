@@ -44,3 +44,7 @@ private:
 
 // A delay drawn evenly from [0, longest).
 std::chrono::microseconds randomDelay(std::mt19937& random, std::chrono::microseconds longest);
+
+// A child that holds the till's run lock until it is killed, as another configuration run would;
+// the caller waits for it to be ready.
+ChildProcess anotherRunHoldingTheTill();

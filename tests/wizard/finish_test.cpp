@@ -159,14 +159,7 @@ TEST(WizardProgress, TheBarMovesOnlyWithJobsCountedAndNotPastItsEnd) {
 TEST_F(FinishTest, FinishWaitsItsTurnWhileAnotherRunHoldsTheTill) {
     chooseMerchant("Semi Integrated", "");
     const int page = form_->CurrentPage();
-    ChildProcess other([] {
-        if (!platform::takeRunLock()) {
-            return 1;
-        }
-        ChildProcess::ready();
-        ::pause();
-        return 0;
-    });
+    ChildProcess other = anotherRunHoldingTheTill();
     ASSERT_TRUE(other.waitReady());
     const FakeHost::Message said = finish();
     EXPECT_TRUE(said.text.starts_with("Another configuration run is in progress")) << said.text;
