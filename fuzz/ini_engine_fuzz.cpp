@@ -9,11 +9,11 @@
 #include "platform/posix/ini_document.h"
 
 #include <algorithm>
+#include <cstring>
 #include <ctime>
 #include <fcntl.h>
-#include <sys/stat.h>
-#include <cstring>
 #include <string>
+#include <sys/stat.h>
 #include <vector>
 
 using platform::posix::IniDocument;

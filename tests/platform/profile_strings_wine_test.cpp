@@ -9,11 +9,11 @@
 #include <cstdlib>
 #include <ctime>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <optional>
 #include <random>
+#include <sys/stat.h>
 #include <vector>
 
 namespace fs = std::filesystem;
