@@ -3,8 +3,8 @@
 #include "apply/answer_check.h"
 #include "apply/answer_export.h"
 #include "apply/apply_report.h"
-#include "apply/write_check.h"
 #include "foundation/clock.h"
+#include "foundation/write_audit.h"
 #include "parvane_version.h"
 #include "platform/cp1252.h"
 #include "platform/platform.h"
@@ -282,14 +282,19 @@ private:
                 report_.outcome->errorMessage;
             return true;
         }
-        const TillChanges intended = report_.outcome->changes;
         request.plan = false;
         showProgress(request);
+        runAudited(request);
+        return true;
+    }
+
+    // The real run, with every value it asked to write read back afterwards.
+    void runAudited(const RunRequest& request) {
+        const WriteAudit audit;
         report_.outcome = runConfiguration(request);
         if (report_.outcome->result == 0) {
-            report_.notHeld = writesNotHeld(intended);
+            report_.notHeld = audit.notHeld();
         }
-        return true;
     }
 
     // Where no plan can be made (Windows, whose registry cannot be copied aside) the run goes
@@ -297,11 +302,10 @@ private:
     void runWithoutPlan(const Answers& answers, RunRequest request) {
         request.plan = false;
         showProgress(request);
-        report_.outcome = runConfiguration(request);
+        runAudited(request);
         if (report_.outcome->result != 0) {
             return;
         }
-        report_.notHeld = writesNotHeld(report_.outcome->changes);
         for (const AnswerProblem& answer :
              unappliedAnswers(answers, request.installed, report_.outcome->changes)) {
             report_.notHeld.push_back(report_.answersFile + ":" + std::to_string(answer.line) +

@@ -1,5 +1,6 @@
 #include "foundation/ini_file.h"
 
+#include "foundation/write_audit.h"
 #include "platform/platform.h"
 
 #include <algorithm>
@@ -35,6 +36,7 @@ std::int32_t TTLIniFile::SetINIString(const std::string& section, const std::str
         if (strIniFileDir.empty() || strIniFileDir.back() != '\\') {
             strIniFileDir += '\\';
         }
+        WriteAudit::iniWrite(strIniFileDir + strIniFileName, section, key, value);
         return platform::writePrivateProfileString(section.c_str(), key.c_str(), value.c_str(),
                                                    strIniFileDir + strIniFileName)
                    ? 1

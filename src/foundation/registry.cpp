@@ -1,5 +1,7 @@
 #include "foundation/registry.h"
 
+#include "foundation/write_audit.h"
+
 #include <exception>
 
 namespace {
@@ -60,6 +62,7 @@ std::int32_t TRegistry::GetRegistryValue(const std::string& keyPath, const std::
 
 void TRegistry::SaveRegistryValue(const std::string& keyPath, const std::string& valueName,
                                   const std::string& value) {
+    WriteAudit::registryWrite(keyPath, valueName, value);
     try {
         // Only opened, never created: a missing key is reported, not made.
         OpenKey key;
@@ -76,6 +79,7 @@ void TRegistry::SaveRegistryValue(const std::string& keyPath, const std::string&
 
 void TRegistry::CreateKeyAndSaveValue(const std::string& keyPath, const std::string& valueName,
                                       const std::string& value) {
+    WriteAudit::registryWrite(keyPath, valueName, value);
     try {
         OpenKey key;
         if (platform::regCreateKey(keyPath, key.handle()) != platform::kErrorSuccess) {

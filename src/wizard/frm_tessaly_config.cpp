@@ -3,6 +3,8 @@
 #include "configure/configure_tessaly.h"
 #include "configure/merchant_choices.h"
 #include "foundation/error_trap.h"
+#include "foundation/logging.h"
+#include "foundation/write_audit.h"
 #include "parvane_version.h"
 #include "platform/platform.h"
 #include "settings/ccaddin_registry.h"
@@ -307,6 +309,7 @@ void frmTessalyConfig::RunConfiguration() {
     c_.tmrStatus->SetInterval(100);
     c_.tmrStatus->SetEnabled(true);
     running_ = true;
+    const WriteAudit audit;
     const std::int32_t result = run_->Configure(*installed_, *new_, ProgramFolderPath());
     running_ = false;
     if (result != 0) {
@@ -314,6 +317,7 @@ void frmTessalyConfig::RunConfiguration() {
                      MessageIcon::Exclamation, kCaption);
         return;
     }
+    const std::vector<std::string> notHeld = audit.notHeld();
     ShowPage(0);
     host_.SetMousePointer(MousePointer::Default);
     if (new_->lOperatingMode != 0) {
@@ -322,6 +326,25 @@ void frmTessalyConfig::RunConfiguration() {
     } else {
         OfferTmsCall();
     }
+    WarnOfWritesNotHeld(notHeld);
+}
+
+// The run's own message has been shown; what it asked to write but the till does not hold is
+// logged and listed after it.
+void frmTessalyConfig::WarnOfWritesNotHeld(const std::vector<std::string>& notHeld) {
+    if (notHeld.empty()) {
+        return;
+    }
+    Logging log;
+    log.strLogPath = ProgramFolderPath();
+    log.strLogFile = "TessalyConfig.log";
+    log.bLoggingEnabled = true;
+    std::string text = "Read back after the run, these settings did not hold:";
+    for (const std::string& write : notHeld) {
+        log.Logit("Read back after the run, this did not hold: " + write);
+        text += "\r\n" + write;
+    }
+    host_.MsgBox(text, MessageIcon::Exclamation, kCaption);
 }
 
 void frmTessalyConfig::OfferTmsCall() {

@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 class TCcAddinRegistry;
 class TcOnfigureTessaly;
@@ -60,6 +61,7 @@ private:
     void cboEposType_Click();
     void cmdfInish_Click();
     bool TakeRunLock();
+    void WarnOfWritesNotHeld(const std::vector<std::string>& notHeld);
     void RunConfiguration();
     void OfferTmsCall();
     void tmrStatus_Timer();

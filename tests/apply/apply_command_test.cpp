@@ -314,6 +314,18 @@ TEST(ApplyCommand, ARunThatWouldFailIsSeenBeforeAnythingChanges) {
     holder.kill();
     EXPECT_TRUE(demo.state() == before);
 
+    // Writes the run passes over when refused (the ZonTalk profiles) are read back and named.
+    const fs::path zontalk = demo.programFolder() / "zontalkclient.ini";
+    fs::permissions(zontalk, fs::perms::owner_write, fs::perm_options::remove);
+    const CommandResult passedOver = demo.apply({"--answers", answers, "--json"});
+    fs::permissions(zontalk, fs::perms::owner_write, fs::perm_options::add);
+    EXPECT_EQ(passedOver.exitCode, 1);
+    const json report = parsed(passedOver);
+    ASSERT_FALSE(report["notHeld"].empty()) << passedOver.out;
+    EXPECT_TRUE(has(report["notHeld"][0].get<std::string>(), "zontalkclient.ini ["))
+        << passedOver.out;
+    EXPECT_TRUE(has(report["error"].get<std::string>(), "did not hold when read back"));
+
     // A target the run could not write: the plan that goes first fails, and so nothing changes.
     const fs::path client = demo.programFolder() / "cxclientconfig.ini";
     fs::remove(client);

@@ -3,6 +3,7 @@
 #include "support/child_process.h"
 #include "support/scoped_environment.h"
 #include "support/standin_tools.h"
+#include "support/wine.h"
 #include "wizard/frm_tms.h"
 #include "wizard/wizard_fixture.h"
 
@@ -170,3 +171,27 @@ TEST_F(FinishTest, FinishWaitsItsTurnWhileAnotherRunHoldsTheTill) {
     EXPECT_EQ(finish().text, "Configuration and installation successful.");
 }
 #endif
+
+// What the run asked to write but the till does not hold (here the ZonTalk profiles, whose
+// refused writes the run passes over) is logged and listed after the run's own message.
+TEST_F(FinishTest, WritesThatDidNotHoldAreLoggedAndListedAfterTheRunsOwnMessage) {
+    if (runningUnderWine()) {
+        GTEST_SKIP() << "Wine keeps the read-only mark as host permissions, which root ignores";
+    }
+    chooseMerchant("Semi Integrated", "");
+    fs::permissions(clientFolder() / "zontalkclient.ini",
+                    fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,
+                    fs::perm_options::remove);
+    host_.messages.clear();
+    button("cmdfInish").press();
+    ASSERT_EQ(host_.messages.size(), 2u);
+    EXPECT_EQ(host_.messages[0].text, "Configuration and installation successful.");
+    const FakeHost::Message& warning = host_.messages[1];
+    EXPECT_TRUE(warning.text.starts_with("Read back after the run, these settings did not hold:"))
+        << warning.text;
+    EXPECT_NE(warning.text.find("zontalkclient.ini ["), std::string::npos) << warning.text;
+    EXPECT_EQ(warning.icon, MessageIcon::Exclamation);
+    const Lines log = logMessages(clientFolder() / "TessalyConfig.log");
+    EXPECT_TRUE(log.back().starts_with("Read back after the run, this did not hold: "))
+        << log.back();
+}
