@@ -18,21 +18,6 @@ std::string shown(const std::string& name, const std::string& value) {
                                                      : "\"" + value + "\"";
 }
 
-// What a reader gets back for a written value: outer blanks gone, then one pair of quotes.
-std::string readForm(std::string_view text) {
-    while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) {
-        text.remove_prefix(1);
-    }
-    while (!text.empty() && (text.back() == ' ' || text.back() == '\t')) {
-        text.remove_suffix(1);
-    }
-    if (text.size() >= 2 && (text.front() == '"' || text.front() == '\'') &&
-        text.back() == text.front()) {
-        text = text.substr(1, text.size() - 2);
-    }
-    return std::string(text);
-}
-
 std::string registryNow(const std::string& keyPath, const std::string& name) {
     std::string value;
     return TRegistry().GetRegistryValue(keyPath, name, value) == 0 ? value : kMissing;
@@ -73,8 +58,8 @@ void WriteAudit::registryWrite(const std::string& keyPath, const std::string& va
 void WriteAudit::iniWrite(const std::string& file, const std::string& section,
                           const std::string& key, const std::string& value) {
     if (openAudit != nullptr) {
-        openAudit->ini_[cp1252::toUpper(file + '\n' + section + '\n' + key)] = {file, section, key,
-                                                                                readForm(value)};
+        openAudit->ini_[cp1252::toUpper(file + '\n' + section + '\n' + key)] = {
+            file, section, key, platform::profileValueAsRead(value)};
     }
 }
 

@@ -104,6 +104,10 @@ public:
 
 // ---- Profile strings (INI files) --------------------------------------------------------------
 
+// The text a reader gets back for a value written as `written`: outer blanks gone, then one pair
+// of enclosing quotes.
+std::string profileValueAsRead(std::string_view written);
+
 // GetPrivateProfileStringA. A null section lists the section names, a null key the key names
 // of the section (each ended by a NUL, the list by a second NUL). A null default is "".
 // Returns the number of characters copied, not counting the terminating NUL.

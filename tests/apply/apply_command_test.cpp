@@ -293,16 +293,7 @@ TEST(ApplyCommand, ARunThatWouldFailIsSeenBeforeAnythingChanges) {
     const std::string answers = demo.answers(kNewMerchant);
     const std::string before = demo.state();
     const fs::path registry = demo.till.root() / "registry.db";
-    ChildProcess holder([&registry] {
-        sqlite3* db = nullptr;
-        if (sqlite3_open(registry.c_str(), &db) != SQLITE_OK ||
-            sqlite3_exec(db, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) != SQLITE_OK) {
-            return 1;
-        }
-        ChildProcess::ready();
-        ::pause();
-        return 0;
-    });
+    ChildProcess holder = anotherProgramLockingTheRegistry(registry, "BEGIN IMMEDIATE");
     ASSERT_TRUE(holder.waitReady());
     for (const char* mode : {"--plan", "--json"}) {
         const CommandResult refused = demo.apply({"--answers", answers, mode});

@@ -34,16 +34,7 @@ TEST(RegistryFaults, ALockedDatabaseIsDescribedAndWorksAgainOnceReleased) {
     const std::string before = readBytes(file);
 
     // Another program holds the database in an exclusive transaction and keeps it.
-    ChildProcess holder([&] {
-        sqlite3* db = nullptr;
-        if (sqlite3_open(file.c_str(), &db) != SQLITE_OK ||
-            sqlite3_exec(db, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr) != SQLITE_OK) {
-            return 1;
-        }
-        ChildProcess::ready();
-        ::pause();
-        return 0;
-    });
+    ChildProcess holder = anotherProgramLockingTheRegistry(file, "BEGIN EXCLUSIVE");
     ASSERT_TRUE(holder.waitReady());
 
     // A read says why it failed; a store's fault ends it silently, as the system defines, and

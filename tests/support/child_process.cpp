@@ -6,6 +6,7 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <sqlite3.h>
 #include <stdexcept>
 #include <sys/wait.h>
 #include <thread>
@@ -106,6 +107,19 @@ std::chrono::microseconds randomDelay(std::mt19937& random, std::chrono::microse
 ChildProcess anotherRunHoldingTheTill() {
     return ChildProcess([] {
         if (!platform::takeRunLock()) {
+            return 1;
+        }
+        ChildProcess::ready();
+        ::pause();
+        return 0;
+    });
+}
+ChildProcess anotherProgramLockingTheRegistry(const std::filesystem::path& database,
+                                              const char* begin) {
+    return ChildProcess([database, begin] {
+        sqlite3* db = nullptr;
+        if (sqlite3_open(database.c_str(), &db) != SQLITE_OK ||
+            sqlite3_exec(db, begin, nullptr, nullptr, nullptr) != SQLITE_OK) {
             return 1;
         }
         ChildProcess::ready();

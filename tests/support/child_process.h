@@ -3,6 +3,7 @@
 #pragma once
 
 #include <chrono>
+#include <filesystem>
 #include <functional>
 #include <random>
 #include <sys/types.h>
@@ -48,3 +49,9 @@ std::chrono::microseconds randomDelay(std::mt19937& random, std::chrono::microse
 // A child that holds the till's run lock until it is killed, as another configuration run would;
 // the caller waits for it to be ready.
 ChildProcess anotherRunHoldingTheTill();
+
+// A child that holds the registry database in a transaction begun with `begin` ("BEGIN
+// IMMEDIATE" keeps writers out, "BEGIN EXCLUSIVE" readers too) until it is killed, as another
+// program could; the caller waits for it to be ready.
+ChildProcess anotherProgramLockingTheRegistry(const std::filesystem::path& database,
+                                              const char* begin);

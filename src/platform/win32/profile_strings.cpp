@@ -7,23 +7,6 @@
 #include <windows.h>
 
 namespace platform {
-namespace {
-
-std::string readForm(std::string_view text) {
-    while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) {
-        text.remove_prefix(1);
-    }
-    while (!text.empty() && (text.back() == ' ' || text.back() == '\t')) {
-        text.remove_suffix(1);
-    }
-    if (text.size() >= 2 && (text.front() == '"' || text.front() == '\'') &&
-        text.back() == text.front()) {
-        text = text.substr(1, text.size() - 2);
-    }
-    return std::string(text);
-}
-
-} // namespace
 
 unsigned long getPrivateProfileString(const char* section, const char* key,
                                       const char* defaultValue, char* buffer, unsigned long size,
@@ -52,7 +35,8 @@ bool writePrivateProfileString(const char* section, const char* key, const char*
             value != nullptr ? std::optional<std::string>(value) : std::nullopt;
         // Windows shows no bytes to compare: a key counts as changed when the text a reader
         // gets does (a value written in quotes reads back without them).
-        const std::optional<std::string> reads = after ? std::optional(readForm(*after)) : after;
+        const std::optional<std::string> reads =
+            after ? std::optional(profileValueAsRead(*after)) : after;
         recorder->profileKeyWritten(fileName, section, key, before, after, before != reads);
     }
     return written;
